@@ -1,0 +1,95 @@
+#include "app/log.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QMutexLocker>
+#include <QThread>
+
+namespace {
+
+constexpr int fileCount = 40;
+constexpr qint64 largestFileAtStart = 40000000;
+constexpr int largestFileWhileWriting = 39999999;
+
+QString fixedPathPrefix()
+{
+#ifdef Q_OS_WIN
+    return QStringLiteral("c:\\");
+#else
+    return QDir::homePath() + QStringLiteral("/.local/state/VextralRemoteControl/");
+#endif
+}
+
+QByteArray record(const char *message)
+{
+    const QString time =
+        QDateTime::currentDateTime().toString(QStringLiteral("dd/MM/yyyy hh:mm:ss - zzzz -"));
+    const auto thread = reinterpret_cast<quintptr>(QThread::currentThread());
+    return (time + QString::number(thread) + QStringLiteral(" - ") + QString::fromLatin1(message)).toUtf8();
+}
+
+} // namespace
+
+CLog::CLog(const QString &baseName) : CLog(baseName, fixedPathPrefix()) {}
+
+CLog::CLog(const QString &baseName, const QString &pathPrefix)
+    : m_baseName(baseName), m_pathPrefix(pathPrefix)
+{
+    QDir().mkpath(QFileInfo(m_pathPrefix).path());
+    const QString path = chooseFile();
+    // When every file is full this removes a file named like the log without its number, nothing else.
+    if (path.isEmpty())
+        QFile::remove(m_baseName);
+    open(path);
+}
+
+void CLog::write(const char *message)
+{
+    const QMutexLocker locker(&m_mutex);
+    QByteArray line = record(message);
+    m_fileSize += int(line.size());
+    if (m_fileSize > largestFileWhileWriting)
+        advanceToNextFile();
+    // One write for text and line end, so that a second copy of the program cannot come between them.
+    line += '\n';
+    m_stream.write(line.constData(), line.size());
+    m_stream.flush();
+}
+
+QString CLog::filePath(int index) const
+{
+    return m_pathPrefix + m_baseName + QString::number(index) + QStringLiteral(".txt");
+}
+
+/// Returns the path of the first file with room and takes its number and size; empty when all are full.
+QString CLog::chooseFile()
+{
+    for (int i = 0; i < fileCount; ++i) {
+        const QFileInfo file(filePath(i));
+        const qint64 size = file.exists() ? file.size() : 0;
+        if (size <= largestFileAtStart) {
+            m_fileIndex = i;
+            m_fileSize = int(size);
+            return file.filePath();
+        }
+    }
+    return {};
+}
+
+void CLog::open(const QString &path)
+{
+    // Binary, so that a line ends in LF alone on Windows too.
+    m_stream.open(QFile::encodeName(path).constData(), std::ios::out | std::ios::app | std::ios::binary);
+}
+
+void CLog::advanceToNextFile()
+{
+    m_fileSize = 0;
+    m_fileIndex = (m_fileIndex + 1) % fileCount;
+    m_stream.close();
+    const QString path = filePath(m_fileIndex);
+    QFile::remove(path);
+    open(path);
+}

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QMutex>
+#include <QString>
+
+#include <fstream>
+
+/// The log writer: forty files of at most 40,000,000 bytes, used in turn. A start goes on in the first file
+/// that is not full; a file that fills up sends the next record to the following one, which is emptied first.
+///
+/// A record is one line, "dd/MM/yyyy hh:mm:ss - <milliseconds> -<thread> - <message>", UTF-8, ended by LF,
+/// where <thread> is the address of the calling QThread in decimal. The line ends are not counted.
+///
+/// A file that cannot be opened loses its records silently.
+class CLog
+{
+public:
+    /// Logs to the program's fixed place: the root of drive C on Windows, .local/state/VextralRemoteControl
+    /// under the user's home elsewhere. The directory is created when it is missing.
+    explicit CLog(const QString &baseName);
+    /// Logs to files whose paths are `pathPrefix` + `baseName` + number + ".txt".
+    CLog(const QString &baseName, const QString &pathPrefix);
+
+    /// Appends one record. `message` is Latin-1. Any thread may call.
+    void write(const char *message);
+
+private:
+    QString filePath(int index) const;
+    QString chooseFile();
+    void open(const QString &path);
+    void advanceToNextFile();
+
+    QMutex m_mutex;
+    int m_fileIndex = 0;
+    int m_fileSize = 0;
+    QString m_baseName;
+    std::ofstream m_stream;
+    QString m_pathPrefix;
+};

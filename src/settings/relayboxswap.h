@@ -1,0 +1,14 @@
+#pragma once
+
+#include "settings/settings.h"
+
+/// Puts the configuration of relay box `next` in the place of the one of box `current`:
+///
+///     settings file      ──copy──>  kept file of `current`
+///     kept file of `next`  ──copy──>  settings file        (a box seen before)
+///     settings file gets id and name of `next`             (a new box)
+///
+/// Returns the settings that stand then. Their relayBoxId is always `next`, even where the file could not be
+/// written, so that the caller never takes a box for another one again and again. Nothing is reported; a
+/// configuration that could not be kept is not replaced.
+CSettings swapRelayBoxSettings(int current, int next);

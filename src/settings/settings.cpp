@@ -1,0 +1,127 @@
+#include "settings/settings.h"
+
+#include <QCoreApplication>
+#include <QSettings>
+#include <QVariant>
+
+namespace {
+
+constexpr char comPortNameKey[] = "comPortName";
+constexpr char interfaceModeKey[] = "interfaceMode";
+constexpr char relayBoxIdKey[] = "relayBoxId";
+constexpr char relayBoxNameKey[] = "relayBoxName";
+constexpr char extendedSizeKey[] = "extendedSize";
+constexpr char miniSizeKey[] = "miniSize";
+constexpr char superMiniSizeKey[] = "superMiniSize";
+constexpr char colorPrefix[] = "Color_";
+constexpr char enabledPrefix[] = "Enabled";
+constexpr char anglePrefix[] = "Angles";
+constexpr char rotorIdPrefix[] = "RotorID_";
+constexpr char namePrefix[] = "Names";
+constexpr char memoryPrefix[] = "Memories";
+constexpr char radioNamePrefix[] = "RadioNames";
+
+constexpr QRgb defaultColor = qRgb(0, 0, 255);
+constexpr int noRotor = -1;
+
+int defaultRotorId(int index)
+{
+    return index < 2 ? index : noRotor;
+}
+
+QString numbered(const char *prefix, int index)
+{
+    return QString::fromLatin1(prefix) + QString::number(index + 1);
+}
+
+/// Calls `read(key, index)` for each element and stores what it returns.
+template <typename T, typename Read>
+void loadElements(CSettings::Elements<T> &elements, const char *prefix, Read read)
+{
+    for (int i = 0; i < CSettings::elementCount; ++i)
+        elements[std::size_t(i)] = read(numbered(prefix, i), i);
+}
+
+template <typename T>
+void saveElements(QSettings &file, const CSettings::Elements<T> &elements, const char *prefix)
+{
+    for (int i = 0; i < CSettings::elementCount; ++i)
+        file.setValue(numbered(prefix, i), elements[std::size_t(i)]);
+}
+
+void loadTexts(const QSettings &file, CSettings::Elements<QString> &elements, const char *prefix,
+               const char *defaultPrefix)
+{
+    loadElements(elements, prefix, [&](const QString &key, int i) {
+        return file.value(key, numbered(defaultPrefix, i)).toString();
+    });
+}
+
+CSettings::Elements<uint> colorValues(const CSettings::Elements<QColor> &colors)
+{
+    CSettings::Elements<uint> values{};
+    for (std::size_t i = 0; i < colors.size(); ++i)
+        values[i] = colors[i].rgba();
+    return values;
+}
+
+} // namespace
+
+CSettings::CSettings()
+{
+    load();
+}
+
+void CSettings::load()
+{
+    const QSettings file(settingsFilePath(), QSettings::IniFormat);
+    comPortName = file.value(comPortNameKey, QStringLiteral("COM1")).toString();
+    interfaceMode = file.value(interfaceModeKey, QStringLiteral("extended")).toString();
+    relayBoxId = file.value(relayBoxIdKey, 1).toInt();
+    relayBoxName = file.value(relayBoxNameKey, QString()).toString();
+    loadElements(colors, colorPrefix, [&](const QString &key, int) {
+        return QColor::fromRgba(file.value(key, defaultColor).toUInt());
+    });
+    loadElements(enabled, enabledPrefix,
+                 [&](const QString &key, int) { return file.value(key, false).toBool(); });
+    loadElements(angles, anglePrefix,
+                 [&](const QString &key, int) { return file.value(key, 0.0).toDouble(); });
+    loadElements(rotorIds, rotorIdPrefix,
+                 [&](const QString &key, int i) { return file.value(key, defaultRotorId(i)).toInt(); });
+    loadTexts(file, names, namePrefix, "Antena");
+    loadTexts(file, memories, memoryPrefix, "M");
+    loadTexts(file, radioNames, radioNamePrefix, "Radio ");
+    extendedSize = file.value(extendedSizeKey, QSize(441, 473)).toSize();
+    miniSize = file.value(miniSizeKey, QSize(371, 160)).toSize();
+    superMiniSize = file.value(superMiniSizeKey, QSize(371, 110)).toSize();
+}
+
+void CSettings::save() const
+{
+    // Where QSettings remembers an order, a fresh file shows this one.
+    QSettings file(settingsFilePath(), QSettings::IniFormat);
+    file.setValue(comPortNameKey, comPortName);
+    file.setValue(interfaceModeKey, interfaceMode);
+    file.setValue(relayBoxIdKey, relayBoxId);
+    file.setValue(relayBoxNameKey, relayBoxName);
+    saveElements(file, colorValues(colors), colorPrefix);
+    saveElements(file, enabled, enabledPrefix);
+    saveElements(file, angles, anglePrefix);
+    saveElements(file, names, namePrefix);
+    saveElements(file, radioNames, radioNamePrefix);
+    saveElements(file, rotorIds, rotorIdPrefix);
+    saveElements(file, memories, memoryPrefix);
+    file.setValue(extendedSizeKey, extendedSize);
+    file.setValue(miniSizeKey, miniSize);
+    file.setValue(superMiniSizeKey, superMiniSize);
+}
+
+QString CSettings::settingsFilePath()
+{
+    return QCoreApplication::applicationDirPath() + QStringLiteral("/VextralRemoteControl.ini");
+}
+
+QString CSettings::relayBoxFilePath(int relayBoxId)
+{
+    return settingsFilePath() + QLatin1Char('.') + QString::number(relayBoxId);
+}

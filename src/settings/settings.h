@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QColor>
+#include <QSize>
+#include <QString>
+
+#include <array>
+
+/// The whole configuration, as a plain record. Constructing one loads the settings file beside the
+/// executable; whoever changes fields calls save() at once. Nothing is kept between loads, so the file is
+/// what all users share.
+///
+/// Element i of colors, enabled, rotorIds, angles and names belongs to antenna i.
+class CSettings
+{
+public:
+    static constexpr int elementCount = 10;
+    template <typename T>
+    using Elements = std::array<T, elementCount>;
+
+    /// Loads the file; missing keys get their defaults.
+    CSettings();
+
+    void load();
+    /// Writes every key. A file that cannot be written stays as it was.
+    void save() const;
+
+    static QString settingsFilePath();
+    /// Where the configuration of a relay box is kept while another box is connected.
+    static QString relayBoxFilePath(int relayBoxId);
+
+    qint32 relayBoxId = 0;
+    /// The window's size in each interface mode, in pixels.
+    QSize extendedSize;
+    QSize miniSize;
+    QSize superMiniSize;
+    QString relayBoxName;
+    QString comPortName;
+    /// "extended", "mini" or "supermini".
+    QString interfaceMode;
+    Elements<QColor> colors;
+    Elements<bool> enabled{};
+    /// -1 is an antenna on no rotor.
+    Elements<qint32> rotorIds{};
+    /// Last known directions, in compass degrees.
+    Elements<double> angles{};
+    Elements<QString> names;
+    /// Preset azimuths in whole degrees as text, or the label of a preset that was never set.
+    Elements<QString> memories;
+    Elements<QString> radioNames;
+};
