@@ -1,0 +1,78 @@
+#pragma once
+
+#include <QRect>
+#include <QTimer>
+#include <QWidget>
+
+/**
+ * Shows an azimuth as three seven-segment digits, "000" to "359", and lets the operator dial it by wheel.
+ *
+ *     idle --left press--> held --release--> idle, reporting a value that differs from the one at the press
+ *     idle --wheel--> dialling, prolonged by every step --1 s without a step--> idle, reporting the value
+ *
+ * Values are whole compass degrees. While the operator is changing one, unforced sets are ignored, so the
+ * polled angle never fights the operator. The middle button makes the wheel step in tens.
+ * Setting a value neither repaints nor emits.
+ */
+class CRotationDigitalDisplayWidget : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit CRotationDigitalDisplayWidget(QWidget *parent = nullptr);
+
+    int value() const { return m_value; }
+    /// Ignored while editing, unless forced. Takes or adds 360 once: callers stay within one turn.
+    void setValue(int value, bool force);
+
+    /// Orange digits instead of grey ones.
+    void setHighlighted(bool highlighted);
+
+    bool isEditing() const { return m_editing; }
+    void setEditing(bool editing);
+
+    /// A fixed display ignores the wheel.
+    bool isFixed() const { return m_fixed; }
+    void setFixed(bool fixed) { m_fixed = fixed; }
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+    /// Where digit 1, 2 or 3 is right-aligned in a display of that size.
+    static QRect digitRect(const QSize &size, int digit);
+    /// Where the decimal point after that digit is right-aligned.
+    static QRect pointRect(const QSize &size, int digit);
+    /// The value one wheel step on, not brought into one turn.
+    static int steppedValue(int value, bool up, bool byTens);
+
+signals:
+    void onRotationStarted();
+    void onRotationChanging(int rotation);
+    void onRotationChanged(int rotation);
+
+protected:
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private slots:
+    void onWheelTimerCheck();
+
+private:
+    enum MouseMode { Idle = 0, LeftHeld = 1, MiddleHeld = 4 };
+
+    void paintPanel(QPainter &painter) const;
+    void paintDigits(QPainter &painter) const;
+    QString digits() const;
+    QColor digitColor() const;
+
+    int m_startValue = -1;
+    int m_value = 0;
+    bool m_highlighted = false;
+    bool m_editing = false;
+    QTimer m_wheelTimer;
+    MouseMode m_mouseMode = Idle;
+    bool m_fixed = false;
+};
