@@ -1,0 +1,184 @@
+#include "antenna/vextralantenna.h"
+
+#include "antenna/colorwidget.h"
+#include "antenna/spinbox.h"
+#include "antenna/vextralantennaui.h"
+#include "device/vextralremotecontrol.h"
+#include "widgets/rotorselectorwidget.h"
+#include "widgets/vextralazimuthalwidget.h"
+
+#include <QCheckBox>
+#include <QLatin1String>
+#include <QResource>
+#include <QSignalBlocker>
+#include <QSpinBox>
+#include <QSvgRenderer>
+
+#include <algorithm>
+
+namespace {
+
+constexpr double fullTurn = 360.0;
+constexpr int lastDegree = 359;
+const QLatin1String arrowPath(":images/arrow4.svg");
+const QLatin1String colourableFill("fill:#ffffff");
+
+/// The resource's text, empty when there is no such resource.
+QString svgText(const QString &path)
+{
+    const QByteArray bytes = QResource(path).uncompressedData();
+    return QString::fromLatin1(bytes.constData(), bytes.size());
+}
+
+std::unique_ptr<QSvgRenderer> rendererOf(const QString &svg)
+{
+    auto renderer = std::make_unique<QSvgRenderer>();
+    // Loading nothing would only put a warning into the log.
+    if (!svg.isEmpty())
+        renderer->load(svg.toLatin1());
+    return renderer;
+}
+
+QString recoloured(const QString &svg, const QColor &color)
+{
+    return QString(svg).replace(colourableFill, QLatin1String("fill:") + color.name(), Qt::CaseSensitive);
+}
+
+/// What a box for 0..359 shows of `angle`. Bounded before the cast, which is undefined for numbers beyond an
+/// int.
+int wholeDegrees(double angle)
+{
+    return angle > 0.0 ? static_cast<int>(std::min<double>(angle, lastDegree)) : 0;
+}
+
+} // namespace
+
+CVextralAntenna::CVextralAntenna(const QString &svgPath, int index) : m_index(index), m_svgPath(svgPath)
+{
+    clearTarget();
+    m_bodySvg = svgText(m_svgPath);
+    m_bodyRenderer = rendererOf(m_bodySvg);
+    m_arrowRenderer = rendererOf(svgText(arrowPath));
+}
+
+CVextralAntenna::~CVextralAntenna() = default;
+
+void CVextralAntenna::setSvgResources(const QString &first, const QString &second)
+{
+    m_secondSvg = svgText(first);
+    m_thirdSvg = svgText(second);
+    m_secondRenderer = rendererOf(m_secondSvg);
+    m_thirdRenderer = rendererOf(m_thirdSvg);
+    setColor(m_color);
+}
+
+void CVextralAntenna::setColor(const QColor &color)
+{
+    m_color = color;
+    m_bodyRenderer = rendererOf(recoloured(m_bodySvg, m_color));
+    if (m_secondRenderer)
+        m_secondRenderer = rendererOf(recoloured(m_secondSvg, m_color));
+    if (m_thirdRenderer)
+        m_thirdRenderer = rendererOf(recoloured(m_thirdSvg, m_color));
+}
+
+void CVextralAntenna::setAngle(double angle)
+{
+    m_angle = angle;
+    refreshEditor();
+}
+
+void CVextralAntenna::setRotation(double rotation)
+{
+    if (rotation >= fullTurn)
+        m_rotation = rotation - fullTurn;
+    else if (rotation < 0.0)
+        m_rotation = rotation + fullTurn;
+    else
+        m_rotation = rotation;
+}
+
+void CVextralAntenna::setTarget(double target)
+{
+    m_target = target;
+    m_previousTarget = target;
+}
+
+void CVextralAntenna::clearTarget()
+{
+    m_previousTarget = m_target;
+    m_target = -1.0;
+}
+
+CVextralRemoteControl *CVextralAntenna::controller() const
+{
+    return m_controller;
+}
+
+void CVextralAntenna::setController(CVextralRemoteControl *controller)
+{
+    m_controller = controller;
+}
+
+CVextralAzimuthalWidget *CVextralAntenna::map() const
+{
+    return m_map;
+}
+
+void CVextralAntenna::setMap(CVextralAzimuthalWidget *map)
+{
+    m_map = map;
+}
+
+CVextralAntennaUI *CVextralAntenna::editor() const
+{
+    return m_editor;
+}
+
+void CVextralAntenna::setEditor(CVextralAntennaUI *editor)
+{
+    m_editor = editor;
+    if (!editor)
+        return;
+
+    QSpinBox *angleBox = editor->angleSpinBox();
+    angleBox->setRange(0, lastDegree);
+    angleBox->setValue(wholeDegrees(m_angle));
+    angleBox->setReadOnly(true);
+
+    CSpinBox *turnToBox = editor->turnToSpinBox();
+    {
+        const QSignalBlocker blocker(turnToBox);
+        turnToBox->setRange(0, lastDegree);
+        turnToBox->setValue(0);
+    }
+    {
+        const QSignalBlocker blocker(editor->colorWidget());
+        editor->colorWidget()->setColor(m_color);
+    }
+    editor->setAntenna(this);
+}
+
+void CVextralAntenna::refreshEditor()
+{
+    if (!m_editor)
+        return;
+
+    if (isRotorConnected())
+        m_editor->enabledCheckBox()->setChecked(m_enabled);
+    {
+        const QSignalBlocker blocker(m_editor->rotorSelector());
+        m_editor->rotorSelector()->setCurrentIndex(m_rotorId);
+    }
+    m_editor->angleSpinBox()->setValue(wholeDegrees(m_angle));
+}
+
+bool CVextralAntenna::isRotorConnected() const
+{
+    return m_controller && m_rotorId >= 0 && m_rotorId < m_controller->rotorCount();
+}
+
+bool CVextralAntenna::rotorStatusFlag() const
+{
+    return isRotorConnected() && m_status.valid && m_status.isRotorSelected(m_rotorId);
+}

@@ -1,0 +1,118 @@
+#pragma once
+
+#include "device/devicestatus.h"
+
+#include <QColor>
+#include <QObject>
+#include <QPointer>
+#include <QString>
+
+#include <memory>
+
+class CVextralAntennaUI;
+class CVextralAzimuthalWidget;
+class CVextralRemoteControl;
+class QSvgRenderer;
+
+/// One antenna: where it points, where it is being turned to, which rotor turns it, its name, colour and
+/// pictures.
+///
+/// Angles are compass degrees. `angle` is what is known of the antenna, `rotation` is what is drawn while it
+/// moves and `target` is where it goes, -1.0 for nowhere. The controller creates the antennas and keeps them
+/// in index order; map and editor are not owned.
+class CVextralAntenna : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// `svgPath` is the resource of the main picture, `index` the 0-based position in the controller's list.
+    CVextralAntenna(const QString &svgPath, int index);
+    ~CVextralAntenna() override;
+
+    /// Adds the two pictures for an antenna without a usable rotor, and recolours all of them.
+    void setSvgResources(const QString &first, const QString &second);
+
+    QColor color() const { return m_color; }
+    /// Rebuilds the recolourable pictures: getters of renderers give new objects afterwards.
+    void setColor(const QColor &color);
+
+    double angle() const { return m_angle; }
+    /// Stores the direction as given and shows it in the bound editor.
+    void setAngle(double angle);
+    double rotation() const { return m_rotation; }
+    /// Stores the drawn direction, folded once into [0, 360).
+    void setRotation(double rotation);
+
+    double target() const { return m_target; }
+    void setTarget(double target);
+    /// Keeps the target as the previous one and leaves none.
+    void clearTarget();
+    double previousTarget() const { return m_previousTarget; }
+    void setPreviousTarget(double target) { m_previousTarget = target; }
+    bool hasPendingTarget() const { return m_target != m_angle; }
+
+    int rotorId() const { return m_rotorId; }
+    void setRotorId(int rotorId) { m_rotorId = rotorId; }
+    int index() const { return m_index; }
+    void setIndex(int index) { m_index = index; }
+    QString name() const { return m_name; }
+    void setName(const QString &name) { m_name = name; }
+    bool isEnabled() const { return m_enabled; }
+    void setEnabled(bool enabled) { m_enabled = enabled; }
+    /// Set while the controller sees the rotor turn this antenna.
+    bool isRotating() const { return m_rotating; }
+    void setRotating(bool rotating) { m_rotating = rotating; }
+
+    CVextralRemoteControl *controller() const;
+    void setController(CVextralRemoteControl *controller);
+    CVextralAzimuthalWidget *map() const;
+    void setMap(CVextralAzimuthalWidget *map);
+    CVextralAntennaUI *editor() const;
+    /// Binds `editor` and fills it; null unbinds.
+    void setEditor(CVextralAntennaUI *editor);
+    /// Shows the enabled flag, the rotor and the angle in the bound editor.
+    void refreshEditor();
+
+    /// Whether the antenna's rotor is one that its controller has.
+    bool isRotorConnected() const;
+    /// Whether the antenna's rotor is the one that the box has selected, as of the last status.
+    bool rotorStatusFlag() const;
+
+    CDeviceStatus status() const { return m_status; }
+    void setStatus(const CDeviceStatus &status) { m_status = status; }
+
+    QSvgRenderer *bodyRenderer() const { return m_bodyRenderer.get(); }
+    QSvgRenderer *arrowRenderer() const { return m_arrowRenderer.get(); }
+    /// Null until setSvgResources().
+    QSvgRenderer *secondRenderer() const { return m_secondRenderer.get(); }
+    /// Null until setSvgResources().
+    QSvgRenderer *thirdRenderer() const { return m_thirdRenderer.get(); }
+
+signals:
+    /// The rotor that turns this antenna came to rest.
+    void onRotationDone();
+
+private:
+    double m_rotation = 0.0;
+    CDeviceStatus m_status;
+    QPointer<CVextralRemoteControl> m_controller;
+    int m_index;
+    int m_rotorId = -1;
+    QString m_name;
+    QPointer<CVextralAzimuthalWidget> m_map;
+    QPointer<CVextralAntennaUI> m_editor;
+    bool m_enabled = false;
+    std::unique_ptr<QSvgRenderer> m_bodyRenderer;
+    std::unique_ptr<QSvgRenderer> m_arrowRenderer;
+    std::unique_ptr<QSvgRenderer> m_secondRenderer;
+    std::unique_ptr<QSvgRenderer> m_thirdRenderer;
+    QString m_bodySvg;
+    QString m_secondSvg;
+    QString m_thirdSvg;
+    QString m_svgPath;
+    bool m_rotating = false;
+    double m_angle = 0.0;
+    QColor m_color;
+    double m_target = -1.0;
+    double m_previousTarget = -1.0;
+};

@@ -1,0 +1,271 @@
+#include "antenna/vextralantennaui.h"
+
+#include "antenna/colorwidget.h"
+#include "antenna/spinbox.h"
+#include "antenna/vextralantenna.h"
+#include "device/vextralremotecontrol.h"
+#include "settings/settings.h"
+#include "ui_vextralantennaui.h"
+#include "widgets/rotationdigitaldisplaywidget.h"
+#include "widgets/rotorselectorwidget.h"
+#include "widgets/vextralazimuthalwidget.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+#include <QSignalBlocker>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int focusRingDistance = 2;
+constexpr double focusRingRadius = 4.0;
+
+/// Load-modify-save of what the file holds of one antenna; antennas that the file has no place for are left
+/// out.
+template <typename Change>
+void changeSettings(const CVextralAntenna *antenna, Change change)
+{
+    const int index = antenna->index();
+    if (index < 0 || index >= CSettings::elementCount)
+        return;
+    CSettings settings;
+    change(settings, index);
+    settings.save();
+}
+
+void showInDisplay(const CVextralAntenna *antenna, int angle)
+{
+    CRotationDigitalDisplayWidget *display = antenna->map() ? antenna->map()->displayOf(antenna) : nullptr;
+    if (!display)
+        return;
+    const QSignalBlocker blocker(display);
+    display->setValue(angle, true);
+}
+
+/// The antenna has no rotor that could turn it: it is taken to point where the operator says.
+void pointAt(CVextralAntenna *antenna, int angle)
+{
+    antenna->setAngle(angle);
+    qDebug("oaaoaoo6: %d", angle);
+    antenna->setTarget(angle);
+    showInDisplay(antenna, angle);
+    antenna->map()->update();
+    changeSettings(antenna, [angle](CSettings &settings, int i) { settings.angles[i] = angle; });
+}
+
+/// Selecting the rotor pumps events, so nothing is taken for granted after it.
+void turnByRotor(QPointer<CVextralAntenna> antenna, int angle)
+{
+    const QPointer<CVextralRemoteControl> controller = antenna->controller();
+    if (!controller->setCurrentRotor(antenna->rotorId()) || !antenna || !controller)
+        return;
+    // The map leaves the target of an antenna alone that is not under way, and a poll meanwhile may have
+    // changed it.
+    antenna->setTarget(angle);
+    qDebug("tab vaio rodar para");
+    controller->turnAntennaFromCurrentToTarget(antenna);
+}
+
+} // namespace
+
+CVextralAntennaUI::CVextralAntennaUI(int rotorCount, QWidget *parent)
+    : QWidget(parent), m_parent(parent), m_ui(std::make_unique<Ui::Form>())
+{
+    m_ui->setupUi(this);
+    m_ui->rotorSelector->setCount(rotorCount);
+    m_ui->rotorSelector->installEventFilter(this);
+
+    // Twice on purpose: each change runs the slot two times.
+    const auto valueChanged = QOverload<int>::of(&QSpinBox::valueChanged);
+    connect(turnToSpinBox(), valueChanged, this, &CVextralAntennaUI::onTargetAngleValueChanged);
+    connect(turnToSpinBox(), valueChanged, this, &CVextralAntennaUI::onTargetAngleValueChanged);
+    connect(turnToSpinBox(), &CSpinBox::onConfirm, this, &CVextralAntennaUI::onTargetConfirm);
+    connect(colorWidget(), &CColorWidget::onColorChanged, this, &CVextralAntennaUI::onColorChanged);
+    connect(rotorSelector(), &CRotorSelectorWidget::onCurrentIndexChanged, this,
+            &CVextralAntennaUI::onRotorSelectorIndexChanged);
+}
+
+CVextralAntennaUI::~CVextralAntennaUI()
+{
+    if (m_antenna && m_antenna->editor() == this)
+        m_antenna->setEditor(nullptr);
+}
+
+CVextralAntenna *CVextralAntennaUI::antenna() const
+{
+    return m_antenna;
+}
+
+void CVextralAntennaUI::setAntenna(CVextralAntenna *antenna)
+{
+    m_antenna = antenna;
+    m_ui->nameEdit->setText(antenna ? antenna->name() : QString());
+    m_ui->nameEdit->setCursorPosition(0);
+}
+
+void CVextralAntennaUI::setRotorSelectorEnabled(bool enabled)
+{
+    m_ui->rotorSelector->setEnabled(enabled);
+}
+
+QSpinBox *CVextralAntennaUI::angleSpinBox() const
+{
+    return m_ui->angleSpinBox;
+}
+
+CSpinBox *CVextralAntennaUI::turnToSpinBox() const
+{
+    return m_ui->turnToSpinBox;
+}
+
+CColorWidget *CVextralAntennaUI::colorWidget() const
+{
+    return m_ui->colorWidget;
+}
+
+QLineEdit *CVextralAntennaUI::nameEdit() const
+{
+    return m_ui->nameEdit;
+}
+
+QCheckBox *CVextralAntennaUI::enabledCheckBox() const
+{
+    return m_ui->enabledCheckBox;
+}
+
+CRotorSelectorWidget *CVextralAntennaUI::rotorSelector() const
+{
+    return m_ui->rotorSelector;
+}
+
+bool CVextralAntennaUI::eventFilter(QObject *watched, QEvent *event)
+{
+    // The ring around the selector is painted here, outside of it.
+    if (watched == m_ui->rotorSelector
+        && (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut))
+        update();
+    return QWidget::eventFilter(watched, event);
+}
+
+void CVextralAntennaUI::keyPressEvent(QKeyEvent *event)
+{
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        // The field has done its part; a dialog around the editor would take it for its OK.
+        return;
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+        if (m_ui->rotorSelector->hasFocus()) {
+            stepRotor(event->key() == Qt::Key_Left ? -1 : 1);
+            return;
+        }
+        break;
+    default:
+        break;
+    }
+    QWidget::keyPressEvent(event);
+}
+
+void CVextralAntennaUI::paintEvent(QPaintEvent *)
+{
+    if (!m_ui->rotorSelector->hasFocus())
+        return;
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(palette().color(foregroundRole()));
+    const int d = focusRingDistance;
+    painter.drawRoundedRect(QRectF(m_ui->rotorSelector->geometry().adjusted(-d, -d, d, d)), focusRingRadius,
+                            focusRingRadius);
+}
+
+void CVextralAntennaUI::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    if (!m_antenna || !m_antenna->map())
+        return;
+    m_antenna->map()->setCurrentAntenna(m_antenna);
+    m_antenna->map()->update();
+}
+
+void CVextralAntennaUI::stepRotor(int step)
+{
+    if (!m_antenna)
+        return;
+    const int rotorCount = m_antenna->controller() ? m_antenna->controller()->rotorCount() : 0;
+    const int index =
+        std::clamp(m_ui->rotorSelector->currentIndex() + step, -1, std::max(-1, rotorCount - 1));
+    m_ui->rotorSelector->setCurrentIndex(index);
+    onRotorSelectorIndexChanged(index);
+}
+
+void CVextralAntennaUI::onTargetAngleValueChanged(int value)
+{
+    if (!m_antenna || !m_antenna->map())
+        return;
+    m_antenna->map()->setCurrentAntenna(m_antenna);
+    m_antenna->map()->doChangeTargetAngleValue(value);
+}
+
+void CVextralAntennaUI::onTargetConfirm()
+{
+    if (!m_antenna || !m_antenna->map())
+        return;
+    const int value = m_ui->turnToSpinBox->value();
+    m_antenna->map()->setCurrentAntenna(m_antenna);
+    m_antenna->map()->setTargetOfCurrent(value);
+
+    if (!m_antenna->isRotorConnected())
+        pointAt(m_antenna, value);
+    else if (m_antenna->isEnabled())
+        turnByRotor(m_antenna, value);
+    else
+        qDebug("ROTOR NAO CONECTADO");
+}
+
+void CVextralAntennaUI::onColorChanged(QColor color)
+{
+    if (!m_antenna || !m_antenna->map())
+        return;
+    m_antenna->setColor(color);
+    m_antenna->map()->update();
+    changeSettings(m_antenna, [color](CSettings &settings, int i) { settings.colors[i] = color; });
+}
+
+void CVextralAntennaUI::onRotorSelectorIndexChanged(int currentIndex)
+{
+    if (!m_antenna || m_antenna->rotorId() == currentIndex)
+        return;
+    m_antenna->setRotorId(currentIndex);
+    m_antenna->refreshEditor();
+
+    const double angle = m_antenna->angle();
+    if (m_antenna->map())
+        m_antenna->map()->refreshDisplays(true, false);
+    m_antenna->setAngle(angle);
+    m_antenna->setTarget(angle);
+    showInDisplay(m_antenna, qRound(angle));
+    changeSettings(m_antenna, [=](CSettings &settings, int i) { settings.rotorIds[i] = currentIndex; });
+}
+
+void CVextralAntennaUI::on_nameEdit_returnPressed()
+{
+    if (!m_antenna || !m_antenna->map())
+        return;
+    const QString name = m_ui->nameEdit->text();
+    m_antenna->setName(name);
+    m_antenna->map()->update();
+    changeSettings(m_antenna, [&name](CSettings &settings, int i) { settings.names[i] = name; });
+    emit onNameEdited();
+}
+
+void CVextralAntennaUI::on_enabledCheckBox_clicked(bool checked)
+{
+    if (!m_antenna)
+        return;
+    m_antenna->setEnabled(checked);
+    changeSettings(m_antenna, [checked](CSettings &settings, int i) { settings.enabled[i] = checked; });
+    if (m_antenna->map())
+        m_antenna->map()->refreshDisplays(false, true);
+}

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QSerialPort>
+#include <QString>
+
+/// How the serial line stands, for telling the operator.
+struct LineState
+{
+    enum class Kind {
+        Closed,       ///< no port has been opened
+        NoSuchPort,   ///< there is no port of that name
+        NoPermission, ///< the port is there and may not be opened
+        Busy,         ///< another program holds the port
+        Failed,       ///< the port did not open for another reason
+        Listening,    ///< open, no answer yet
+        Answering,    ///< the last poll was answered
+        Silent        ///< the box has answered before and does not now
+    };
+
+    Kind kind = Kind::Closed;
+    QString portName;
+    /// The system's own words for a port that did not open; may be empty.
+    QString detail;
+    /// The group that may use the port, for NoPermission on systems that have groups; may be empty.
+    QString group;
+    /// Whole seconds since the box was last heard, for Listening and Silent.
+    int silentSeconds = 0;
+};
+
+/// Why a port did not open, from what QSerialPort said and what stands at the port's name.
+LineState lineStateOfFailedOpen(const QString &portName, QSerialPort::SerialPortError error,
+                                const QString &errorText);
+
+/// One or two sentences that tell an operator how the line stands and what to do about it.
+QString describe(const LineState &state);

@@ -1,0 +1,177 @@
+#include "device/protocol.h"
+
+#include "device/devicestatus.h"
+
+#include <cmath>
+#include <limits>
+
+namespace {
+
+constexpr int statusReplyMinimum = 6;
+constexpr int angleDigits = 3;
+
+/// The three characters at `position` as a number of degrees. Anything that is no finite number in the range
+/// of an int counts as the zero of a failed conversion, because callers truncate it.
+double numberAt(const QString &text, int position)
+{
+    const double number = text.mid(position, angleDigits).toDouble();
+    const bool fits = std::isfinite(number) && std::abs(number) < std::numeric_limits<int>::max();
+    return fits ? number : 0.0;
+}
+
+} // namespace
+
+namespace Protocol {
+
+const StatusQuery statusQuery = {
+    "K0",
+    "K0\n",
+    3,
+    "ST=",
+    3,
+    false,
+    "................. CVextralRemoteControl::getStatus() - Porta serial nao esta aberta",
+    "Comando [K0] receber status",
+    "Comando [K0] receber status veio erro [%s]",
+    "................. CVextralRemoteControl::getStatus() - content error [%s]",
+    "................. CVextralRemoteControl::getStatus() - error [%s]",
+    "................. CVextralRemoteControl::getStatus() empty",
+};
+
+const StatusQuery statusAndAngleQuery = {
+    "KG",
+    "KG\n",
+    4,
+    "T",
+    2,
+    true,
+    "................. CVextralRemoteControl::getStatusAndCurrentAngle() - Porta serial nao esta aberta",
+    "Comando [KG] receber status e angulo",
+    "Comando [KG] receber status veio erro [%s]",
+    "................. CVextralRemoteControl::getStatusAndCurrentAngle() - conteúdo errado. Veio: [%s]",
+    "................. CVextralRemoteControl::getStatusAndCurrentAngle() - conteúdo meio errado: [%s]",
+    "................. CVextralRemoteControl::getStatusAndCurrentAngle() conteúdo vazio",
+};
+
+QByteArray rotateToCommand(double azimuth)
+{
+    return QString::asprintf("M%03d\r\n\n", static_cast<int>(azimuth)).toLatin1();
+}
+
+QByteArray rotateCCWCommand()
+{
+    return QByteArrayLiteral("L\r\n\n");
+}
+
+QByteArray rotateCWCommand()
+{
+    return QByteArrayLiteral("R\r\n\n");
+}
+
+QByteArray stopCommand()
+{
+    return QByteArrayLiteral("S\r\n\n");
+}
+
+QByteArray toggleCommand(int number)
+{
+    return 'K' + QByteArray::number(number) + '\n';
+}
+
+QByteArray angleQuery()
+{
+    return QByteArrayLiteral("C\n");
+}
+
+QByteArray onTheWire(const QByteArray &composed)
+{
+#ifdef Q_OS_WIN
+    return composed;
+#else
+    return QByteArray(composed).replace("\n", "\r\n");
+#endif
+}
+
+QString replyText(const QByteArray &buffer)
+{
+    return QString::fromLatin1(buffer.constData());
+}
+
+QString replyTextWithoutLineFeeds(const QByteArray &buffer)
+{
+    return replyText(buffer).remove(QLatin1Char('\n'));
+}
+
+std::optional<double> decodeAngle(const QByteArray &buffer)
+{
+    const QString text = replyTextWithoutLineFeeds(buffer);
+    if (!text.toLower().startsWith(QLatin1String("az")))
+        return std::nullopt;
+    return numberAt(text, 3);
+}
+
+bool isErrorReply(const QByteArray &buffer)
+{
+    return replyText(buffer).contains(QLatin1String("?>"));
+}
+
+bool isStatusReplyComplete(const QByteArray &buffer)
+{
+    return buffer.size() >= statusReplyMinimum;
+}
+
+StatusReply decodeStatusReply(const StatusQuery &query, const QByteArray &buffer)
+{
+    StatusReply reply;
+    if (buffer.isEmpty())
+        return reply;
+    if (!isStatusReplyComplete(buffer)) {
+        reply.kind = StatusReply::Kind::Short;
+        return reply;
+    }
+    const QString text = replyTextWithoutLineFeeds(buffer);
+    if (!text.startsWith(QLatin1String(query.prefix))) {
+        reply.kind = StatusReply::Kind::WrongContent;
+        return reply;
+    }
+    reply.kind = StatusReply::Kind::Good;
+    // The raw bytes, not the text: a status byte may be zero or a line feed.
+    reply.a = static_cast<quint8>(buffer.at(query.firstStatusByte));
+    reply.b = static_cast<quint8>(buffer.at(query.firstStatusByte + 1));
+    if (query.carriesAngle)
+        reply.angle = numberAt(text, query.firstStatusByte + 2);
+    return reply;
+}
+
+void decodeStatusBytes(CDeviceStatus &status, quint8 a, quint8 b)
+{
+    for (int port = 0; port < 4; ++port) {
+        status.antennaRx[port] = a & (1u << port);
+        status.antennaTx[port] = b & (1u << port);
+    }
+    status.relayBoxId = a >> 4;
+    status.auxFlag = b & 0x10u;
+    // The boxes number their rotor bits the other way round.
+    status.rotorSelected[0] = b & 0x40u;
+    status.rotorSelected[1] = b & 0x20u;
+    status.moving = b & 0x80u;
+}
+
+QStringList dumpLines(const QString &command, const QByteArray &line)
+{
+    const QByteArray label = command.toUtf8();
+    if (line.isEmpty())
+        return {QString::asprintf("Resposta de [%s]: zero bytes", label.constData())};
+
+    const int count = static_cast<int>(line.size());
+    QStringList lines{QString::asprintf("Resposta de [%s]: %d bytes", label.constData(), count)};
+    for (int i = 0; i < count; ++i) {
+        QString text = QString::asprintf("Byte [%d de %d]:", i + 1, count);
+        for (int bit = 7; bit >= 0; --bit)
+            text += QLatin1String((static_cast<quint8>(line.at(i)) >> bit) & 1u ? " 1" : " 0");
+        lines << text;
+    }
+    return lines;
+}
+
+} // namespace Protocol

@@ -1,0 +1,86 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+struct CDeviceStatus;
+
+/// The controller boxes' serial protocol as bytes: commands are composed, replies are decoded, and no
+/// port, timer or widget is known here.
+///
+/// Commands are composed with LF line ends; on the wire each LF is preceded by a CR. A reply is one or more
+/// LF-ended lines collected in one buffer, their CR folded away by the port's text mode.
+namespace Protocol {
+
+/// "M" and the azimuth, truncated toward zero, in at least three digits. No range check.
+QByteArray rotateToCommand(double azimuth);
+QByteArray rotateCCWCommand();
+QByteArray rotateCWCommand();
+QByteArray stopCommand();
+/// "K" and a number: 1..4 toggle the receive ports, 5..8 the transmit lines, 9 the rotor.
+QByteArray toggleCommand(int number);
+QByteArray angleQuery();
+
+/// The bytes to hand to the port so that the box hears CR LF for every LF. Where the port's text mode already
+/// translates (Windows) these are the composed bytes unchanged.
+QByteArray onTheWire(const QByteArray &composed);
+
+/// The buffer as text: Latin-1, up to the first zero byte.
+QString replyText(const QByteArray &buffer);
+/// replyText without its line feeds.
+QString replyTextWithoutLineFeeds(const QByteArray &buffer);
+
+/// The azimuth in degrees of an "AZ=ddd" reply; nothing when the buffer does not begin like one.
+std::optional<double> decodeAngle(const QByteArray &buffer);
+
+/// One of the two status queries: what is asked, how long is listened, where the status bytes stand and the
+/// texts that the log tells of it. The texts hold at most one "%s", the reply.
+struct StatusQuery
+{
+    const char *label;
+    const char *request;
+    int rounds;
+    const char *prefix;
+    int firstStatusByte;
+    bool carriesAngle;
+    const char *notOpenText;
+    const char *askingText;
+    const char *errorReplyText;
+    const char *wrongContentText;
+    const char *shortText;
+    const char *emptyText;
+};
+
+/// "K0": the status bytes alone.
+extern const StatusQuery statusQuery;
+/// "KG": the status bytes and the azimuth of the selected rotor.
+extern const StatusQuery statusAndAngleQuery;
+
+/// Whether the box refused the command ("?>" anywhere in the text).
+bool isErrorReply(const QByteArray &buffer);
+/// Whether enough bytes are there to decode a status from.
+bool isStatusReplyComplete(const QByteArray &buffer);
+
+struct StatusReply
+{
+    enum class Kind { Empty, Short, WrongContent, Good };
+    Kind kind = Kind::Empty;
+    quint8 a = 0;
+    quint8 b = 0;
+    /// Degrees; 0 when the reply's number is no number or the query carries none.
+    double angle = 0.0;
+};
+
+/// What the collected bytes amount to. Only a Good reply has meaningful status bytes.
+StatusReply decodeStatusReply(const StatusQuery &query, const QByteArray &buffer);
+
+/// The family's common meaning of the two status bytes.
+void decodeStatusBytes(CDeviceStatus &status, quint8 a, quint8 b);
+
+/// The log lines that show a received line byte by byte.
+QStringList dumpLines(const QString &command, const QByteArray &line);
+
+} // namespace Protocol

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QImage>
+#include <QRect>
+#include <QRectF>
+#include <QString>
+
+class QPainter;
+
+/// The image that lies below the compass: any picture the operator chose, of any size.
+namespace AzimuthalMapImage {
+
+/// The image in `path`, whatever its suffix, with its aspect; shrunk when a side is longer than 4096 pixels.
+/// Null when there is no such file, when it holds no image, or one beyond 250 million pixels.
+QImage load(const QString &path);
+
+/// The part of an image that shows through a view, ready to be painted. Device pixels where it was shrunk, so
+/// that painting it copies pixels.
+struct Piece
+{
+    QImage image;
+    /// In pixels of `image`.
+    QRectF source;
+    /// In the view's logical pixels.
+    QRectF target;
+    /// Turned by 180 degrees about the middle of the view.
+    bool upsideDown = false;
+};
+
+/// What shows of `image` in `view` when the whole of it fills `target`, which lies about the middle of the
+/// view and may be of any size, a negative one included. A piece without an image when nothing shows.
+Piece pieceOf(const QImage &image, const QRectF &target, const QRect &view, double pixelRatio);
+
+void paint(QPainter &painter, const Piece &piece, const QRect &view);
+
+} // namespace AzimuthalMapImage

@@ -1,0 +1,136 @@
+#pragma once
+
+#include <QColor>
+#include <QImage>
+#include <QPointer>
+#include <QTimer>
+#include <QWidget>
+
+#include <memory>
+#include <vector>
+
+class AzimuthalPicture;
+class CRotationDigitalDisplayWidget;
+class CVextralAntenna;
+class CVextralRemoteControl;
+class QSvgRenderer;
+struct AzimuthalScene;
+
+/// The azimuthal map: a compass rose over a map image, an arrow for each antenna, a dashed line to each
+/// target, and one digital display for each antenna.
+///
+/// Azimuths are compass degrees, 0 at the top, increasing clockwise. Positions are widget pixels. The compass
+/// has the radius R in pixels about the widget's centre; at scale 1 R is 171 pixels. Controller and antennas
+/// are not owned, the displays are children, index-parallel to the antennas.
+class CVextralAzimuthalWidget : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit CVextralAzimuthalWidget(QWidget *parent = nullptr);
+    ~CVextralAzimuthalWidget() override;
+
+    void addAntenna(CVextralAntenna *antenna);
+    /// Null is allowed. A controller without map support hides the map.
+    void setDevice(CVextralRemoteControl *controller);
+    void hideDisplays();
+
+    /// Makes the antenna current, selects its rotor and takes over its live angle.
+    void setCurrentRotorByAntenna(CVextralAntenna *antenna);
+    /// Null leaves no antenna current.
+    void setCurrentAntenna(CVextralAntenna *antenna);
+    /// The first antenna on that rotor becomes current and is returned; null when there is none.
+    CVextralAntenna *setCurrentAntennaByRotorId(int rotorId);
+    CVextralAntenna *currentAntenna() const;
+    int antennaCount() const;
+    /// No range check.
+    CVextralAntenna *antennaAt(int index) const;
+    std::vector<CVextralAntenna *> antennas() const { return m_antennas; }
+    /// The display of an antenna, or null.
+    CRotationDigitalDisplayWidget *displayOf(const CVextralAntenna *antenna) const;
+
+    /// Width of the map image in compass diameters; any number, no bounds.
+    double zoom() const { return m_zoom; }
+    void setZoom(double zoom);
+    /// 1 = extended, anything else a row of displays without compass.
+    int interfaceMode() const { return m_interfaceMode; }
+    void setInterfaceMode(int mode);
+    /// Loads the map image again from beside the executable.
+    void reloadMap();
+
+    void refreshDisplays(bool fixedFlags, bool enabledFlags);
+    /// Shows each antenna's angle, in whole degrees, in its display unless the operator is turning it.
+    void syncDisplays();
+
+    /// The operator typed a direction for the current antenna, in degrees.
+    void doChangeTargetAngleValue(int angle);
+    void setTargetOfCurrent(int angle);
+
+    /// Starts the animation timer; `ticks` of 88 ms is how long an animated turn takes.
+    void setAnimationTicks(double ticks);
+    double animationTicks() const { return m_animationTicks; }
+    /// Draws `antenna` from `from` degrees on, moving so that it reaches `to` degrees after animationTicks()
+    /// ticks. Null ends the animation.
+    void startAnimation(CVextralAntenna *antenna, double from, double to);
+    void stopAnimation();
+    /// Degrees per tick, negative for counter-clockwise.
+    double animationStep() const { return m_animationStep; }
+    bool isAnimating() const { return m_animationTimer.isActive(); }
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+signals:
+    void onAntennaTargetChanged(CVextralAntenna *antenna);
+    void onCurrentAntennaChanged(CVextralAntenna *antenna);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
+private slots:
+    void onRotationStarted();
+    void onRotationChanging(int rotation);
+    void onRotationChanged(int rotation);
+    void animate();
+
+private:
+    bool isExtended() const { return m_interfaceMode == 1; }
+    CVextralRemoteControl *controllerFor(const CVextralAntenna *antenna) const;
+    CRotationDigitalDisplayWidget *createDisplay(CVextralAntenna *antenna);
+    void layoutDisplays();
+    void selectCurrent();
+    /// Makes the antenna current and takes over the live angle of its rotor, if it has one. False when the
+    /// rotor was refused, or when another antenna became current while the box was asked.
+    bool takeOver(CVextralAntenna *antenna, CRotationDigitalDisplayWidget *display, const char *operation);
+    void updateDescription();
+
+    void paintRow(QPainter &painter);
+    void paintMap(QPainter &painter);
+    AzimuthalScene scene(const QPainter &painter, double scale) const;
+    QSvgRenderer *arrowOf(const CVextralAntenna &antenna) const;
+    double shownAzimuthOf(const CVextralAntenna &antenna) const;
+
+    QPointer<CVextralRemoteControl> m_controller;
+    int m_interfaceMode = 1;
+    double m_animationTicks = 1500 / 88.0;
+    double m_animationStep = 0.5;
+    QTimer m_animationTimer;
+    QPointer<CVextralAntenna> m_animatedAntenna;
+    std::vector<CRotationDigitalDisplayWidget *> m_displays;
+    double m_zoom = 1.7;
+    QColor m_labelColor = Qt::black;
+    QColor m_scaleTextColor = Qt::black;
+    QColor m_hubColor = Qt::white;
+    QColor m_markerColor = Qt::white;
+    QColor m_markerTextColor = Qt::black;
+    bool m_boldLabels = true;
+    QImage m_mapImage;
+    double m_centreX = 0.0;
+    double m_centreY = 0.0;
+    double m_radius = 0.0;
+    QPointer<CVextralAntenna> m_currentAntenna;
+    std::vector<CVextralAntenna *> m_antennas;
+
+    std::unique_ptr<AzimuthalPicture> m_picture;
+};

@@ -1,0 +1,252 @@
+#include "widgets/vextralremotecontrolwidget.h"
+
+#include "device/vextralremotecontrol.h"
+#include "widgets/antennabutton.h"
+#include "widgets/ledbutton.h"
+#include "widgets/rotationdialwidget.h"
+#include "widgets/rotationdigitaldisplaywidget.h"
+
+#include <QHelpEvent>
+#include <QLabel>
+#include <QPixmap>
+#include <QToolTip>
+
+#include <utility>
+
+namespace {
+
+constexpr int ledFontSize = 9;
+constexpr int ledRadius = 4;
+
+constexpr int captionSize = 11;
+constexpr int infoIndent = 3;
+
+const QSize usualSize(418, 100);
+const QSize logoSize(80, 36);
+
+const QLatin1String indicatorLabelSheet("background-color: transparent; font-size: 10px;");
+const QLatin1String largeInfoSheet("background-color: transparent; font-size: 16px; color: white;");
+const QLatin1String smallInfoSheet("background-color: transparent; font-size: 11px; color: white;");
+const QLatin1String titleSheet("background-color: transparent; font-size: 20px; color: white;");
+
+QLabel *createLabel(const QLatin1String &sheet, QWidget *panel)
+{
+    auto *label = new QLabel(panel);
+    label->setStyleSheet(sheet);
+    label->setAttribute(Qt::WA_TransparentForMouseEvents);
+    label->show();
+    return label;
+}
+
+/// A narrow one, because models place it where the display ends, with little room to the right.
+QLabel *createInfoLabel(const QLatin1String &sheet, QWidget *panel)
+{
+    QLabel *label = createLabel(sheet, panel);
+    label->setIndent(infoIndent);
+    QFont narrow = label->font();
+    narrow.setStretch(QFont::SemiCondensed);
+    label->setFont(narrow);
+    return label;
+}
+
+QLabel *createHiddenLabel(const QString &text, QWidget *panel)
+{
+    QLabel *label = createLabel(indicatorLabelSheet, panel);
+    label->setText(text);
+    label->hide();
+    return label;
+}
+
+CAntennaButton *createAntennaButton(const QString &text, QWidget *panel)
+{
+    auto *button = new CAntennaButton(text, panel);
+    QFont font = button->font();
+    font.setPixelSize(captionSize);
+    button->setFont(font);
+    button->setFocusPolicy(Qt::NoFocus);
+    button->show();
+    return button;
+}
+
+CLedButton *createLed(const QString &text, const QString &spokenName, QWidget *panel)
+{
+    auto *led = new CLedButton(text, panel);
+    led->setFontSize(ledFontSize);
+    led->setRadius(ledRadius);
+    led->setFocusPolicy(Qt::NoFocus);
+    led->setAccessibleName(spokenName);
+    led->show();
+    return led;
+}
+
+CLedButton *createIndicator(const QString &text, const QString &spokenName, QWidget *panel)
+{
+    CLedButton *led = createLed(text, spokenName, panel);
+    led->setAttribute(Qt::WA_TransparentForMouseEvents);
+    return led;
+}
+
+} // namespace
+
+CVextralRemoteControlWidget::CVextralRemoteControlWidget(QWidget *parent)
+    : QWidget(parent), m_digitalDisplay(new CRotationDigitalDisplayWidget(this)),
+      m_dial(new CRotationDialWidget(this))
+{
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    m_digitalDisplay->hide();
+    m_dial->hide();
+}
+
+CVextralRemoteControlWidget::~CVextralRemoteControlWidget() = default;
+
+void CVextralRemoteControlWidget::bindController(CVextralRemoteControl *controller)
+{
+    if (m_controller || !controller)
+        return;
+    m_controller = controller;
+    createButtons();
+    createIndicators();
+    createLabels();
+    update();
+}
+
+void CVextralRemoteControlWidget::createButtons()
+{
+    for (int n = 1; n <= m_controller->antennaCount(); ++n) {
+        CAntennaButton *button = createAntennaButton(QStringLiteral("Ant %1").arg(n), this);
+        button->setAccessibleName(tr("Antenna %1").arg(n));
+        connect(button, &QAbstractButton::clicked, this,
+                &CVextralRemoteControlWidget::onAntennaButtonStatusChange);
+        m_antennaButtons << button;
+    }
+    // After the antennas, because models place them on top of the antenna buttons.
+    for (int n = 1; n <= m_controller->txButtonCount(); ++n) {
+        CLedButton *button = createLed(QStringLiteral("TX"), tr("Transmit line %1").arg(n), this);
+        connect(button, &QAbstractButton::clicked, this,
+                &CVextralRemoteControlWidget::onAntennaTXButtonPressed);
+        m_txButtons << button;
+    }
+    for (int n = 1; n <= m_controller->radioCount(); ++n) {
+        CAntennaButton *button = createAntennaButton(QStringLiteral("Radio %1").arg(n), this);
+        button->setAccessibleName(tr("Radio %1").arg(n));
+        connect(button, &QAbstractButton::toggled, this,
+                &CVextralRemoteControlWidget::onRadioButtonStatusChange);
+        m_radioButtons << button;
+    }
+}
+
+void CVextralRemoteControlWidget::createIndicators()
+{
+    if (m_controller->hasSendAndPower()) {
+        m_sendLabel = createHiddenLabel(QStringLiteral("Send"), this);
+        m_sendIndicator = createIndicator(QStringLiteral("SEND"), tr("Send"), this);
+        m_sendIndicator->setEnabled(false);
+        m_powerLabel = createHiddenLabel(QStringLiteral("Power"), this);
+        m_powerIndicator = createIndicator(QStringLiteral("POWER"), tr("Power"), this);
+    }
+    if (m_controller->hasSplit()) {
+        m_splitLabel = createHiddenLabel(QStringLiteral("Split"), this);
+        m_splitIndicator = createIndicator(QStringLiteral("SPLIT"), tr("Split"), this);
+    }
+}
+
+void CVextralRemoteControlWidget::createLabels()
+{
+    if (m_controller->hasLogo()) {
+        m_logoLabel = createLabel(indicatorLabelSheet, this);
+        m_logoLabel->setPixmap(QPixmap(QStringLiteral(":/images/logo.png")));
+        m_logoLabel->setScaledContents(true);
+        m_logoLabel->resize(logoSize);
+    }
+    if (m_controller->hasInfoLabels()) {
+        m_largeInfoLabel = createInfoLabel(largeInfoSheet, this);
+        m_smallInfoLabel = createInfoLabel(smallInfoSheet, this);
+    }
+    if (m_controller->hasTitleLabel())
+        m_titleLabel = createLabel(titleSheet, this);
+}
+
+CVextralRemoteControl *CVextralRemoteControlWidget::controller() const
+{
+    return m_controller;
+}
+
+CRotationDigitalDisplayWidget *CVextralRemoteControlWidget::digitalDisplay() const
+{
+    return m_digitalDisplay;
+}
+
+void CVextralRemoteControlWidget::setDigitalDisplay(CRotationDigitalDisplayWidget *display)
+{
+    m_digitalDisplay = display;
+}
+
+CRotationDialWidget *CVextralRemoteControlWidget::dial() const
+{
+    return m_dial;
+}
+
+void CVextralRemoteControlWidget::setDial(CRotationDialWidget *dial)
+{
+    m_dial = dial;
+}
+
+QSize CVextralRemoteControlWidget::sizeHint() const
+{
+    return usualSize.expandedTo(minimumSize());
+}
+
+void CVextralRemoteControlWidget::onAntennaButtonStatusChange()
+{
+    auto *button = qobject_cast<CAntennaButton *>(sender());
+    const int index = m_antennaButtons.indexOf(button);
+    if (index < 0)
+        return;
+    const bool ownPanel = m_controller && m_controller->hasOwnPanel();
+    // Only the box switches an antenna off.
+    if (ownPanel && !button->isChecked())
+        button->setChecked(true);
+    if (ownPanel && m_exclusiveAntennas) {
+        for (CAntennaButton *other : std::as_const(m_antennaButtons)) {
+            if (other != button)
+                other->setChecked(false);
+        }
+        update();
+    }
+    emit onAtennaButtonChange(index, button->isChecked());
+}
+
+void CVextralRemoteControlWidget::onRadioButtonStatusChange()
+{
+    auto *button = qobject_cast<CAntennaButton *>(sender());
+    const int index = m_radioButtons.indexOf(button);
+    if (index >= 0)
+        emit onRadioButtonChange(index, button->isChecked());
+}
+
+void CVextralRemoteControlWidget::onAntennaTXButtonPressed(bool b)
+{
+    Q_UNUSED(b)
+    const int index = m_txButtons.indexOf(qobject_cast<CLedButton *>(sender()));
+    if (index >= 0)
+        emit onAtennaTXButtonChange(index);
+}
+
+bool CVextralRemoteControlWidget::event(QEvent *event)
+{
+    if (event->type() == QEvent::ToolTip && showIndicatorToolTip(*static_cast<QHelpEvent *>(event)))
+        return true;
+    return QWidget::event(event);
+}
+
+/// The indicators take no mouse, so their tool tips are asked of the panel.
+bool CVextralRemoteControlWidget::showIndicatorToolTip(const QHelpEvent &event)
+{
+    for (const CLedButton *indicator : {m_sendIndicator, m_powerIndicator, m_splitIndicator}) {
+        if (!indicator || !indicator->isVisible() || !indicator->geometry().contains(event.pos()))
+            continue;
+        QToolTip::showText(event.globalPos(), indicator->toolTip(), this, indicator->geometry());
+        return true;
+    }
+    return false;
+}

@@ -1,0 +1,116 @@
+#pragma once
+
+#include <QList>
+#include <QPointer>
+#include <QWidget>
+
+class CAntennaButton;
+class CLedButton;
+class CRotationDialWidget;
+class CRotationDigitalDisplayWidget;
+class CVextralRemoteControl;
+class QHelpEvent;
+class QLabel;
+
+/// The painted front panel of the controller box: antenna, transmit and radio buttons, indicators, logo and
+/// labels, as many as the bound controller's model has. The model lays them out, or the panel does when the
+/// model has no own layout. Models may build further widgets into the panel.
+///
+/// Buttons are placed by geometry, in widget pixels; none stands in a layout. They take no focus: their
+/// shortcuts are their keyboard.
+class CVextralRemoteControlWidget : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit CVextralRemoteControlWidget(QWidget *parent = nullptr);
+    ~CVextralRemoteControlWidget() override;
+
+    /// Builds the elements that the controller's model has. Called once, by the controller.
+    void bindController(CVextralRemoteControl *controller);
+    /// Lays the elements out over the present size once more, e.g. after an antenna's name changed.
+    void relayout();
+
+    CVextralRemoteControl *controller() const;
+
+    /// The display that monitoring writes the live angle into: the panel's own hidden one until another is
+    /// set. Null when the other one is gone.
+    CRotationDigitalDisplayWidget *digitalDisplay() const;
+    void setDigitalDisplay(CRotationDigitalDisplayWidget *display);
+    CRotationDialWidget *dial() const;
+    void setDial(CRotationDialWidget *dial);
+
+    QList<CAntennaButton *> antennaButtons() const { return m_antennaButtons; }
+    QList<CLedButton *> txButtons() const { return m_txButtons; }
+    QList<CAntennaButton *> radioButtons() const { return m_radioButtons; }
+
+    /// Whether switching one antenna on unchecks the others, for models that lay out the panel themselves.
+    void setExclusiveAntennas(bool exclusive) { m_exclusiveAntennas = exclusive; }
+
+    // Each is null when the model does not have it.
+    CLedButton *sendIndicator() const { return m_sendIndicator; }
+    CLedButton *powerIndicator() const { return m_powerIndicator; }
+    CLedButton *splitIndicator() const { return m_splitIndicator; }
+    QLabel *logoLabel() const { return m_logoLabel; }
+    QLabel *largeInfoLabel() const { return m_largeInfoLabel; }
+    QLabel *smallInfoLabel() const { return m_smallInfoLabel; }
+    QLabel *titleLabel() const { return m_titleLabel; }
+
+    QSize sizeHint() const override;
+
+signals:
+    void onAtennaButtonChange(int index, bool state);
+    void onAtennaTXButtonChange(int index);
+    void onToggleRotorButtonChange(int index);
+    void onRadioButtonChange(int index, bool state);
+
+protected:
+    bool event(QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
+private slots:
+    void onAntennaButtonStatusChange();
+    void onRadioButtonStatusChange();
+    void onAntennaTXButtonPressed(bool b);
+
+private:
+    void createButtons();
+    void createIndicators();
+    void createLabels();
+    bool showIndicatorToolTip(const QHelpEvent &event);
+
+    // vextralremotecontrollayout.cpp
+    /// The dark screen in the middle of the face, between the columns of what stands beside it.
+    QRect displayArea() const;
+    void layoutOwnPanel();
+    void layoutOwnButtons();
+    void layoutOwnIndicators();
+
+    // vextralremotecontrolpainting.cpp
+    void paintFace(QPainter &painter) const;
+    void paintDisplay(QPainter &painter) const;
+
+    // Reserved, always zero; kept for the order of the fields.
+    int m_reserved1 = 0;
+    int m_reserved2 = 0;
+    int m_defaultHeight = 200;
+    int m_defaultWidth = 750;
+    bool m_exclusiveAntennas = true;
+    QPointer<CVextralRemoteControl> m_controller;
+    QPointer<CRotationDigitalDisplayWidget> m_digitalDisplay;
+    QPointer<CRotationDialWidget> m_dial;
+    QList<CLedButton *> m_txButtons;
+    QList<CAntennaButton *> m_antennaButtons;
+    QList<CAntennaButton *> m_radioButtons;
+    QLabel *m_sendLabel = nullptr;
+    QLabel *m_powerLabel = nullptr;
+    QLabel *m_splitLabel = nullptr;
+    CLedButton *m_sendIndicator = nullptr;
+    CLedButton *m_powerIndicator = nullptr;
+    CLedButton *m_splitIndicator = nullptr;
+    QLabel *m_logoLabel = nullptr;
+    QLabel *m_largeInfoLabel = nullptr;
+    QLabel *m_smallInfoLabel = nullptr;
+    QLabel *m_titleLabel = nullptr;
+};

@@ -1,0 +1,102 @@
+#pragma once
+
+#include "device/vextralremotecontrol.h"
+#include "settings/settings.h"
+
+#include <QList>
+#include <QStringList>
+
+/// A controller without a line: statuses and angles come from scripts, and what would go out is noted. A
+/// script that has run out repeats its last entry.
+class ScriptedController : public CVextralRemoteControl
+{
+public:
+    explicit ScriptedController(int rotors = 2) : CVextralRemoteControl(&defaults()), m_rotors(rotors) {}
+
+    static CDeviceStatus status(int selectedRotor, bool moving = false)
+    {
+        CDeviceStatus status;
+        status.valid = true;
+        if (selectedRotor >= 0)
+            status.rotorSelected[selectedRotor] = true;
+        status.moving = moving;
+        status.relayBoxId = 0;
+        return status;
+    }
+
+    int rotorCount() override { return m_rotors; }
+    int radioCount() override { return radios; }
+    bool capabilityI() override { return labelEditor; }
+    bool supportsAzimuthalMap() override { return mapSupport; }
+    bool isOpen() override { return true; }
+    bool open(const QString &portName) override
+    {
+        openedPorts << portName;
+        return true;
+    }
+    CDeviceStatus getStatus() override
+    {
+        sent << QStringLiteral("K0");
+        return next(statuses);
+    }
+    double getCurrentAngle() override { return next(angles); }
+    bool toggleRX(int index) override { return note(QStringLiteral("RX%1").arg(index)); }
+    bool toggleTX(int index) override { return note(QStringLiteral("TX%1").arg(index)); }
+    bool toggleRadio(int index) override { return note(QStringLiteral("radio%1").arg(index)); }
+    bool toggleRotor() override { return note(QStringLiteral("K9")); }
+    bool rotateTo(double angle) override
+    {
+        note(QStringLiteral("M%1").arg(angle));
+        emit onStartRotating(angle);
+        return true;
+    }
+    bool stop() override { return note(QStringLiteral("S")); }
+
+    /// One monitoring tick: monitore() as it runs while the timer is active.
+    void tick()
+    {
+        beginMonitoring();
+        sent.clear();
+        monitore();
+    }
+
+    /// Starts the timer without a synchronisation pass on the scripts; a mute box makes it short.
+    void beginMonitoring()
+    {
+        if (isMonitoring())
+            return;
+        QList<CDeviceStatus> kept{CDeviceStatus()};
+        kept.swap(statuses);
+        startMonitoring();
+        kept.swap(statuses);
+    }
+
+    QList<CDeviceStatus> statuses{CDeviceStatus()};
+    QList<double> angles{-1.0};
+    QStringList sent;
+    QStringList openedPorts;
+    int radios = 0;
+    bool labelEditor = false;
+    bool mapSupport = true;
+
+private:
+    template <typename T>
+    static T next(QList<T> &script)
+    {
+        return script.size() > 1 ? script.takeFirst() : script.first();
+    }
+
+    static const CSettings &defaults()
+    {
+        static const CSettings settings;
+        return settings;
+    }
+
+    bool note(const QString &command)
+    {
+        sent << command;
+        return true;
+    }
+
+    int m_rotors;
+};
