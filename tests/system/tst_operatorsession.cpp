@@ -1,0 +1,303 @@
+#include "antenna/vextralantenna.h"
+#include "antenna/vextralantennaui.h"
+#include "app/resources.h"
+#include "device/vextralremotecontrol.h"
+#include "mainwindow/currentobjects.h"
+#include "mainwindow/mainwindow.h"
+#include "settings/settings.h"
+#include "simbox/ptyline.h"
+#include "simbox/traffictext.h"
+#include "widgets/antennabutton.h"
+#include "widgets/ledbutton.h"
+#include "widgets/vextralremotecontrolwidget.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QTest>
+
+#include <memory>
+
+namespace {
+
+constexpr int noPollsMs = 3600 * 1000;
+
+QString boxLink()
+{
+    return QCoreApplication::applicationDirPath() + QStringLiteral("/box");
+}
+
+/// The program's window on a simulated stack switch, as an operator sees and hears it. After settle() polls
+/// come from poll() alone, so that the dialogue on the line is the same on every run.
+class Station
+{
+public:
+    Station() : line(boxLink()) { line.start(); }
+
+    void startProgram() { m_window = std::make_unique<CMainWindow>(); }
+    void show()
+    {
+        m_window->show();
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    }
+    void closeProgram()
+    {
+        m_window->close();
+        m_window.reset();
+    }
+
+    void settle()
+    {
+        controller()->stopMonitoring();
+        controller()->setMonitorInterval(noPollsMs);
+        controller()->startMonitoring();
+        line.clearReceived();
+    }
+
+    void poll() { controller()->monitore(); }
+
+    /// What the box heard since the last call.
+    QString heard()
+    {
+        const QString text = QString::fromLatin1(line.commands().join(' '));
+        line.clearReceived();
+        return text;
+    }
+
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        QTest::keyClick(m_window.get(), key, modifiers);
+    }
+
+    template <typename Button>
+    static void click(Button *button)
+    {
+        QTest::mouseClick(button, Qt::LeftButton);
+    }
+
+    /// The lamps: receive ports, transmit lines, POWER.
+    QString shown()
+    {
+        QString text = QStringLiteral("RX ");
+        for (const CAntennaButton *button : panel()->antennaButtons())
+            text += button->isChecked() ? QLatin1Char('1') : QLatin1Char('0');
+        text += QStringLiteral(" TX ");
+        for (const CLedButton *button : panel()->txButtons())
+            text += button->isChecked() ? QLatin1Char('1') : QLatin1Char('0');
+        return text
+             + (panel()->powerIndicator()->isChecked() ? QStringLiteral(" POWER") : QStringLiteral(" -"));
+    }
+
+    CMainWindow *window() { return m_window.get(); }
+    CVextralRemoteControl *controller() { return CurrentObjects::controller(); }
+    CVextralRemoteControlWidget *panel()
+    {
+        return m_window->findChild<CVextralRemoteControlWidget *>(QStringLiteral("remoteControlWidget"));
+    }
+    template <typename Widget>
+    Widget *get(const char *name)
+    {
+        return m_window->findChild<Widget *>(QLatin1String(name));
+    }
+
+    PtyLine line;
+
+private:
+    std::unique_ptr<CMainWindow> m_window;
+};
+
+} // namespace
+
+class TestOperatorSession : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { initResources(); }
+    void init();
+
+    void theFirstConnectionSynchronisesAndThenPolls();
+    void aSessionFromStartToStart();
+    void theLineMisbehavesAndPowerTellsTheTruth();
+    void withoutAPortTheWindowIsSafeToUse();
+};
+
+void TestOperatorSession::init()
+{
+    QDir folder(QCoreApplication::applicationDirPath());
+    const QStringList files = folder.entryList({QStringLiteral("VextralRemoteControl.ini*")});
+    for (const QString &file : files)
+        folder.remove(file);
+    CSettings settings;
+    settings.comPortName = boxLink();
+    settings.save();
+}
+
+void TestOperatorSession::theFirstConnectionSynchronisesAndThenPolls()
+{
+    Station station;
+    station.startProgram();
+    station.show();
+    QTRY_VERIFY_WITH_TIMEOUT(station.line.commands().size() >= 7, 8000);
+    const QByteArray expected = "K0\r\nK0\r\nK9\r\nK0\r\nK0\r\nK0\r\nK0\r\n";
+    QCOMPARE(trafficText(station.line.receivedBytes().left(expected.size())), trafficText(expected));
+    qint64 lastPoll = 0;
+    int polls = 0;
+    const auto traffic = station.line.traffic();
+    for (const PtyLine::Traffic &piece : traffic) {
+        if (!piece.fromProgram || ++polls < 5)
+            continue;
+        if (polls > 5)
+            QVERIFY2(qAbs(piece.milliseconds - lastPoll - 1500) < 150,
+                     qPrintable(QString::number(piece.milliseconds - lastPoll)));
+        lastPoll = piece.milliseconds;
+    }
+}
+
+void TestOperatorSession::aSessionFromStartToStart()
+{
+    Station station;
+    station.startProgram();
+    station.show();
+    QCOMPARE(station.heard(), QStringLiteral("K0 K0 K9 K0"));
+    QCOMPARE(station.window()->windowTitle(), QStringLiteral("Vextral - Lumen3-S 1 "));
+    station.settle();
+    QCOMPARE(station.shown(), QStringLiteral("RX 0000 TX 0000 -"));
+
+    // Switching: each toggle is read back twice, the lamps follow at the next poll.
+    station.press(Qt::Key_F2);
+    QCOMPARE(station.heard(), QStringLiteral("K2 K0 K0"));
+    station.click(station.panel()->txButtons().at(0));
+    QCOMPARE(station.heard(), QStringLiteral("K5 K0 K0"));
+    station.click(station.panel()->antennaButtons().at(3));
+    QCOMPARE(station.heard(), QStringLiteral("K4 K0 K0"));
+    station.poll();
+    QCOMPARE(station.heard(), QStringLiteral("K0"));
+    QCOMPARE(station.shown(), QStringLiteral("RX 0101 TX 1000 POWER"));
+    QCOMPARE(station.panel()->powerIndicator()->toolTip(),
+             QStringLiteral("Connected through %1.").arg(boxLink()));
+    station.press(Qt::Key_F2);
+    station.press(Qt::Key_F5);
+    station.line.withBox(
+        [](SimulatedBox &box) { box.setReceivePort(0, true); }); // somebody at the box itself
+    station.poll();
+    QCOMPARE(station.heard(), QStringLiteral("K2 K0 K0 K5 K0 K0 K0"));
+    QCOMPARE(station.shown(), QStringLiteral("RX 1001 TX 0000 POWER"));
+    station.line.withBox([](SimulatedBox &box) { box.setAux(true); });
+    station.press(Qt::Key_F7);
+    station.poll();
+    QCOMPARE(station.shown(), QStringLiteral("RX 0010 TX 0010 POWER"));
+    QVERIFY(station.panel()->antennaButtons().at(0)->isRedState());
+    station.line.withBox([](SimulatedBox &box) { box.setAux(false); });
+    station.line.clearReceived();
+
+    // Settings: a stack name, and an antenna's name that the panel shows at once.
+    station.press(Qt::Key_F5, Qt::ControlModifier);
+    auto *dialog = station.get<QDialog>("CSettingsDIalog");
+    QVERIFY(dialog->isVisible());
+    station.poll(); // goes on under the dialog
+    QCOMPARE(station.heard(), QStringLiteral("K0"));
+    QLineEdit *name = station.controller()->antenna(1)->editor()->nameEdit();
+    station.get<QTabWidget>("tabWidget")->setCurrentIndex(1);
+    name->setFocus();
+    name->selectAll();
+    QTest::keyClicks(name, QStringLiteral("North/East"));
+    QTest::keyClick(name, Qt::Key_Return);
+    QVERIFY(dialog->isVisible());
+    QCOMPARE(station.panel()->antennaButtons().at(1)->text(), QStringLiteral("North\nEast"));
+    auto *stackName = station.get<QLineEdit>("stackNameLineEdit");
+    stackName->setFocus();
+    QTest::keyClicks(stackName, QStringLiteral("Hill"));
+    QTest::keyClick(stackName, Qt::Key_Return);
+    QVERIFY(!dialog->isVisible());
+    QCOMPARE(station.window()->windowTitle(), QStringLiteral("Vextral - Lumen3-S 1 Hill"));
+    QCOMPARE(station.heard(), QString());
+
+    // Another relay box, and back.
+    station.line.withBox([](SimulatedBox &box) { box.setRelayBoxId(4); });
+    station.poll();
+    QCOMPARE(station.heard(), QStringLiteral("K0 K0 K0 K9 K0"));
+    QCOMPARE(station.window()->windowTitle(), QStringLiteral("Vextral - Lumen3-S 4 4"));
+    station.poll();
+    QCOMPARE(station.heard(), QStringLiteral("K0"));
+    station.line.withBox([](SimulatedBox &box) { box.setRelayBoxId(1); });
+    station.poll();
+    QCOMPARE(station.heard(), QStringLiteral("K0 K0 K0 K9 K0"));
+    QCOMPARE(station.window()->windowTitle(), QStringLiteral("Vextral - Lumen3-S 1 Hill"));
+
+    // Close and start again: everything is remembered.
+    station.window()->resize(640, 222);
+    QTRY_COMPARE(station.window()->size(), QSize(640, 222));
+    QCoreApplication::processEvents();
+    station.closeProgram();
+    QCOMPARE(station.heard(), QString());
+    station.startProgram();
+    station.show();
+    QCOMPARE(station.heard(), QStringLiteral("K0 K0 K9 K0"));
+    QCOMPARE(station.window()->size(), QSize(640, 222));
+    QCOMPARE(station.window()->windowTitle(), QStringLiteral("Vextral - Lumen3-S 1 Hill"));
+    QCOMPARE(station.panel()->antennaButtons().at(1)->text(), QStringLiteral("North\nEast"));
+    station.settle();
+    station.poll();
+    QCOMPARE(station.shown(), QStringLiteral("RX 1001 TX 0010 POWER"));
+}
+
+void TestOperatorSession::theLineMisbehavesAndPowerTellsTheTruth()
+{
+    Station station;
+    station.startProgram();
+    station.show();
+    station.settle();
+    station.press(Qt::Key_F1);
+    station.poll();
+    QCOMPARE(station.shown(), QStringLiteral("RX 1000 TX 0000 POWER"));
+    for (const LineFault &fault : {LineFault::silence(), LineFault::noise(40), LineFault::flood(3000),
+                                   LineFault::cutAfter(4), LineFault::error()}) {
+        station.line.setFault(fault, 1);
+        station.poll();
+        QCOMPARE(station.shown(), QStringLiteral("RX 1000 TX 0000 -"));
+        QVERIFY(station.panel()->powerIndicator()->toolTip().contains(QStringLiteral("has not answered")));
+        station.poll(); // a broken line may still lead the next reply
+        station.poll();
+        QCOMPARE(station.shown(), QStringLiteral("RX 1000 TX 0000 POWER"));
+    }
+    station.heard();
+    // The box is away for a while: what is pressed meanwhile is sent once.
+    station.line.setFault(LineFault::silence());
+    station.press(Qt::Key_F2);
+    station.press(Qt::Key_F3);
+    QCOMPARE(station.heard(), QStringLiteral("K2 K0 K0 K3 K0 K0"));
+    station.line.clearFault();
+    station.poll();
+    QCOMPARE(station.shown(), QStringLiteral("RX 1110 TX 0000 POWER"));
+}
+
+void TestOperatorSession::withoutAPortTheWindowIsSafeToUse()
+{
+    CSettings settings;
+    settings.comPortName = QStringLiteral("/nowhere/port");
+    settings.save();
+    Station station;
+    station.startProgram();
+    station.show();
+    for (int key = Qt::Key_F1; key <= Qt::Key_F12; ++key) {
+        station.press(static_cast<Qt::Key>(key));
+        station.press(static_cast<Qt::Key>(key), Qt::ShiftModifier);
+    }
+    for (CAntennaButton *button : station.panel()->antennaButtons())
+        station.click(button);
+    for (CLedButton *button : station.panel()->txButtons())
+        station.click(button);
+    station.press(Qt::Key_Left);
+    station.press(Qt::Key_Right);
+    QTest::qWait(300); // the held key's end
+    QVERIFY(!station.panel()->powerIndicator()->isChecked());
+    QVERIFY(station.panel()->powerIndicator()->toolTip().contains(
+        QStringLiteral("no serial port \"/nowhere/port\"")));
+    QVERIFY(!QApplication::activeModalWidget());
+    QCOMPARE(station.heard(), QString());
+}
+
+QTEST_MAIN(TestOperatorSession)
+#include "tst_operatorsession.moc"

@@ -1,0 +1,77 @@
+# Sourced by ./run: the simulated box and the program together, with an operator or with a played session.
+
+start_box() { # KIND LINK [REDIRECTED OUTPUT]
+    build/release/bin/vextral-simbox --link "$2" --model "$1" --relay-box 1 &
+    box=$!
+    for _ in $(seq 50); do
+        [ -e "$2" ] && return 0
+        sleep 0.1
+    done
+    echo "The simulated box did not start." >&2
+    return 1
+}
+
+end_all() {
+    local job
+    for job in ${program_job:-} ${box:-} ${manager:-} ${display:-}; do
+        kill "$job" 2>/dev/null || true
+        wait "$job" 2>/dev/null || true
+    done
+}
+
+# operate KIND FOLDER PROGRAM LINK: until the window closes.
+operate() {
+    trap end_all EXIT
+    start_box "$1" "$4" <&0
+    "$3" >"$2/program.log"
+}
+
+press() {
+    xdotool key --clearmodifiers "$1"
+    sleep "${2:-1.5}"
+}
+
+play_stack() {
+    press F2
+    press F5
+    press F3
+    press F2
+    press F8
+}
+
+# Clockwise for a while, then a stop; the simulated rotor coasts.
+play_rotator() {
+    press F11 4
+    press F10 4
+    xdotool mousemove --window "$1" 55 -1 >/dev/null 2>&1 || true
+}
+
+# play KIND FOLDER PROGRAM LINK: a short session on a virtual display.
+play() {
+    local kind=$1 folder=$2 program=$3 link=$4 window screen=$2/screen
+    trap end_all EXIT
+    rm -f "$screen" "$folder/screenshot.png"
+    Xvfb -displayfd 3 -screen 0 1280x800x24 3>"$screen" >/dev/null 2>&1 &
+    display=$!
+    for _ in $(seq 50); do
+        [ -s "$screen" ] && break
+        sleep 0.1
+    done
+    export DISPLAY=:$(cat "$screen")
+    openbox >/dev/null 2>&1 &
+    manager=$!
+    start_box "$kind" "$link" >"$folder/traffic.txt" </dev/null
+    "$program" >"$folder/program.log" 2>&1 &
+    program_job=$!
+
+    window=$(timeout 30 xdotool search --sync --onlyvisible --name '^Vextral - ' | tail -n 1)
+    xdotool windowactivate --sync "$window"
+    sleep 2
+    "play_$kind" "$window"
+    sleep 2
+    import -window "$window" "$folder/screenshot.png"
+
+    echo "Traffic on the line:"
+    cat "$folder/traffic.txt"
+    echo "Screenshot: $folder/screenshot.png"
+}
