@@ -1,0 +1,179 @@
+#pragma once
+
+#include "device/devicekt240m.h"
+#include "mainwindow/mainwindow.h"
+#include "settings/settings.h"
+#include "simbox/ptyline.h"
+#include "widgets/antennabutton.h"
+#include "widgets/rotationdialwidget.h"
+#include "widgets/rotationdigitaldisplaywidget.h"
+#include "widgets/vextralremotecontrolwidget.h"
+#include "widgets/widgetevents.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QWheelEvent>
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+
+/// A rotator whose azimuths the test may make up, which saves the time that asking the box takes.
+class ScriptedRotator : public CDeviceKT240M
+{
+public:
+    using CDeviceKT240M::CDeviceKT240M;
+    double getCurrentAngle() override { return scripted ? *scripted : CDeviceKT240M::getCurrentAngle(); }
+
+    std::optional<double> scripted = -1.0;
+};
+
+/// The whole window on a simulated rotator, which is polled by the test alone and turns while the test lets
+/// time pass. Memory 1 holds 200, memory 2 holds 300.
+struct RotatorStation
+{
+    explicit RotatorStation(double position = 0.0, double degreesPerSecond = 0.0)
+    {
+        line.withBox([&](SimulatedBox &box) {
+            box.rotor().setPosition(position);
+            box.rotor().setSpeed(degreesPerSecond);
+        });
+        QVERIFY2(line.start(), qPrintable(line.errorText()));
+        CSettings settings;
+        settings.comPortName = line.linkPath();
+        settings.memories[0] = "200";
+        settings.memories[1] = "300";
+        settings.save();
+        window = std::make_unique<CMainWindow>(
+            [&](const CSettings &s) { return rotator = new ScriptedRotator(s); });
+        rotator->stopMonitoring();
+        QFile::remove(CSettings::settingsFilePath());
+        panel = window->findChild<CVextralRemoteControlWidget *>();
+        window->show();
+        QVERIFY(QTest::qWaitForWindowActive(window.get()));
+        dial = shown<CRotationDialWidget>();
+        display = shown<CRotationDigitalDisplayWidget>();
+    }
+
+    /// The visible child of the panel; it has hidden ones for other models.
+    template <typename Widget>
+    Widget *shown(const QString &text = QString()) const
+    {
+        for (Widget *widget : panel->findChildren<Widget *>()) {
+            if (widget->isVisible() && (text.isEmpty() || widget->property("text") == text))
+                return widget;
+        }
+        return nullptr;
+    }
+
+    void poll(double azimuth)
+    {
+        rotator->scripted = azimuth;
+        rotator->monitore();
+    }
+
+    /// Plays a dialogue and returns it as it really came out. Its lines, divided by "; ", say what happens,
+    /// what the box hears of it, which lamps are lit then, and what a display that is being changed shows:
+    /// "STOP -> M115 [STOP]", "wheel (102)". Numbers are azimuths that are polled, or with "+" the
+    /// milliseconds to let pass before the box is asked.
+    QString play(const QString &dialogue)
+    {
+        QStringList outcome;
+        for (const QString &expected : dialogue.split("; ")) {
+            const QString action = expected.section(" -> ", 0, 0).section(" [", 0, 0).section(" (", 0, 0);
+            act(action.section(' ', 0, 0), action.section(' ', 1));
+            outcome << action + heard() + lit() + dialled();
+        }
+        return outcome.join("; ");
+    }
+
+    void act(const QString &verb, const QString &object)
+    {
+        const int number = object.toInt();
+        const std::map<QString, std::function<void()>> verbs = {
+            {"press", [&] { QTest::mousePress(shown<CAntennaButton>(object), Qt::LeftButton); }},
+            {"release", [&] { QTest::mouseRelease(shown<CAntennaButton>(object), Qt::LeftButton); }},
+            {"key", [&] { QTest::keyClick(window.get(), object == "Left" ? Qt::Key_Left : Qt::Key_F11); }},
+            {"memory",
+             [&] { QTest::keyClick(window.get(), Qt::Key(Qt::Key_F1 + number - 1), Qt::ShiftModifier); }},
+            {"dial", [&] { emit dial->onRotationChanged(number); }},
+            {"hold", [&] { moveDial(QEvent::MouseButtonPress, 0); }},
+            {"drag", [&] { moveDial(QEvent::MouseMove, number); }},
+            {"drop", [&] { moveDial(QEvent::MouseButtonRelease, dragged); }},
+            {"display", [&] { emit display->onRotationChanged(number); }},
+            {"wheel", [&] { turnWheel(); }},
+            {"pause", [&] { QTRY_VERIFY(!display->isEditing()); }},
+            {"fail", [&] { line.withBox([](SimulatedBox &box) { box.failAngleReadings(1); }); }},
+            {"stick", [&] { line.withBox([](SimulatedBox &box) { box.setReadingsStuck(true); }); }},
+            {"free", [&] { line.withBox([](SimulatedBox &box) { box.setReadingsStuck(false); }); }}};
+        const auto found = verbs.find(verb);
+        if (found != verbs.end())
+            found->second();
+        else if (CAntennaButton *button = shown<CAntennaButton>(verb))
+            QTest::mouseClick(button, Qt::LeftButton);
+        else if (verb.startsWith('+'))
+            askAfter(verb.toInt());
+        else
+            poll(verb.toDouble());
+    }
+
+    void moveDial(QEvent::Type type, int degrees)
+    {
+        const bool released = type == QEvent::MouseButtonRelease;
+        dragged = degrees;
+        sendMouse(dial, type, QPointF(40, 20 - degrees), Qt::LeftButton,
+                  released ? Qt::NoButton : Qt::LeftButton);
+    }
+
+    void turnWheel()
+    {
+        QWheelEvent up({5, 5}, {5, 5}, {}, {0, 120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(display, &up);
+    }
+
+    void askAfter(int milliseconds)
+    {
+        line.advance(milliseconds);
+        rotator->scripted.reset();
+        rotator->monitore();
+    }
+
+    /// The commands since the last call. One that does nothing follows them, so that none is still on its
+    /// way.
+    QString heard()
+    {
+        rotator->toggleRX(0);
+        QList<QByteArray> commands;
+        for (int count = 1; !commands.contains("K1") && line.waitForReceived(count); ++count)
+            commands = line.commands();
+        line.clearReceived();
+        commands.removeAll("K1");
+        return commands.isEmpty() ? QString() : " -> " + QString::fromLatin1(commands.join(' '));
+    }
+
+    QString lit() const
+    {
+        QStringList names;
+        for (const char *name : {"CCW", "STOP", "CW"}) {
+            if (shown<CAntennaButton>(name)->isChecked())
+                names << name;
+        }
+        return names.isEmpty() ? QString() : " [" + names.join(' ') + "]";
+    }
+
+    QString dialled() const
+    {
+        return display->isEditing() ? QString(" (%1)").arg(display->value()) : QString();
+    }
+
+    QTemporaryDir dir;
+    PtyLine line{dir.filePath("rotator"), SimulatedBox::Model::Rotator, PtyLine::Clock::Manual};
+    std::unique_ptr<CMainWindow> window;
+    ScriptedRotator *rotator = nullptr;
+    CVextralRemoteControlWidget *panel = nullptr;
+    CRotationDialWidget *dial = nullptr;
+    CRotationDigitalDisplayWidget *display = nullptr;
+    int dragged = 0;
+};
