@@ -39,11 +39,14 @@ play_stack() {
     press F8
 }
 
-# Clockwise for a while, then a stop; the simulated rotor coasts.
+# Clockwise by key, STOP by mouse, and a target by the wheel on the digits. Positions are those of the window's first
+# size, in pixels from its top left corner.
 play_rotator() {
-    press F11 4
-    press F10 4
-    xdotool mousemove --window "$1" 55 -1 >/dev/null 2>&1 || true
+    press F11 3
+    xdotool mousemove --window "$1" 127 430 click 1
+    sleep 3
+    xdotool mousemove --window "$1" 340 420 click --repeat 25 --delay 40 4
+    sleep 4
 }
 
 # play KIND FOLDER PROGRAM LINK: a short session on a virtual display.
@@ -51,7 +54,7 @@ play() {
     local kind=$1 folder=$2 program=$3 link=$4 window screen=$2/screen
     trap end_all EXIT
     rm -f "$screen" "$folder/screenshot.png"
-    Xvfb -displayfd 3 -screen 0 1280x800x24 3>"$screen" >/dev/null 2>&1 &
+    Xvfb -displayfd 3 -screen 0 1280x800x24 -dpi 96 3>"$screen" >/dev/null 2>&1 &
     display=$!
     for _ in $(seq 50); do
         [ -s "$screen" ] && break
