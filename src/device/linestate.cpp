@@ -10,12 +10,6 @@ QString text(const char *source)
     return QCoreApplication::translate("LineState", source);
 }
 
-/// Where the system keeps the port; meaningless on Windows, where no node stands in the file system.
-QString nodePath(const QString &portName)
-{
-    return portName.startsWith(QLatin1Char('/')) ? portName : QLatin1String("/dev/") + portName;
-}
-
 QString describeSilence(const QString &port, int seconds)
 {
     return text("%1 is open, but the box has not answered for %2 s. Check its power and its cable.")
@@ -33,6 +27,11 @@ QString describeNoPermission(const LineState &state)
 
 } // namespace
 
+QString portNodePath(const QString &portName)
+{
+    return portName.startsWith(QLatin1Char('/')) ? portName : QLatin1String("/dev/") + portName;
+}
+
 LineState lineStateOfFailedOpen(const QString &portName, QSerialPort::SerialPortError error,
                                 const QString &errorText)
 {
@@ -46,7 +45,7 @@ LineState lineStateOfFailedOpen(const QString &portName, QSerialPort::SerialPort
         return state;
 
     // The same error stands for "held by another program" and for "not allowed"; the node tells which.
-    const QFileInfo node(nodePath(portName));
+    const QFileInfo node(portNodePath(portName));
     const bool mayUse = !node.exists() || (node.isReadable() && node.isWritable());
     state.kind = mayUse ? LineState::Kind::Busy : LineState::Kind::NoPermission;
     state.group = mayUse ? QString() : node.group();
@@ -75,6 +74,8 @@ QString describe(const LineState &state)
         return text("Connected through %1.").arg(state.portName);
     case LineState::Kind::Silent:
         return describeSilence(state.portName, state.silentSeconds);
+    case LineState::Kind::Lost:
+        return text("%1 went away. It is opened again as soon as it is back.").arg(state.portName);
     }
     return QString();
 }

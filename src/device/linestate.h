@@ -14,7 +14,8 @@ struct LineState
         Failed,       ///< the port did not open for another reason
         Listening,    ///< open, no answer yet
         Answering,    ///< the last poll was answered
-        Silent        ///< the box has answered before and does not now
+        Silent,       ///< the box has answered before and does not now
+        Lost          ///< was open and went away; it is tried again
     };
 
     Kind kind = Kind::Closed;
@@ -30,6 +31,9 @@ struct LineState
 /// Why a port did not open, from what QSerialPort said and what stands at the port's name.
 LineState lineStateOfFailedOpen(const QString &portName, QSerialPort::SerialPortError error,
                                 const QString &errorText);
+
+/// Where the system keeps the port `portName`, which may be a full path. Meaningless on Windows.
+QString portNodePath(const QString &portName);
 
 /// One or two sentences that tell an operator how the line stands and what to do about it.
 QString describe(const LineState &state);

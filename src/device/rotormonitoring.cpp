@@ -128,11 +128,11 @@ void CVextralRemoteControl::poll()
     if (!status.valid) {
         qDebug("................. monitoring has fail");
         m_deviceResponding = false;
-        setPowerLamp(false);
+        noteAnswer(false);
         return;
     }
     m_deviceResponding = true;
-    setPowerLamp(true);
+    noteAnswer(true);
     if (status.relayBoxId != m_relayBoxId)
         emit onRelayBoxIdChanged(m_relayBoxId, status.relayBoxId);
 
@@ -276,14 +276,19 @@ void CVextralRemoteControl::showLamps(const CDeviceStatus &status)
         m_remoteControlWidget->splitIndicator()->setChecked(status.modelFlags[1]);
 }
 
-void CVextralRemoteControl::setPowerLamp(bool on)
+void CVextralRemoteControl::noteAnswer(bool answered)
 {
-    if (on) {
+    if (answered) {
         m_lineState.kind = LineState::Kind::Answering;
         m_sinceAnswer.start();
     } else if (m_lineState.kind == LineState::Kind::Answering) {
         m_lineState.kind = LineState::Kind::Silent;
     }
+    showPower(answered);
+}
+
+void CVextralRemoteControl::showPower(bool on)
+{
     CLedButton *lamp = m_remoteControlWidget ? m_remoteControlWidget->powerIndicator() : nullptr;
     if (lamp)
         lamp->setChecked(on);

@@ -61,20 +61,15 @@ bool CVextralRemoteControl::open(const QString &portName)
     const bool parity = m_port->setParity(QSerialPort::NoParity);
     const bool stopBits = m_port->setStopBits(QSerialPort::OneStop);
     const bool flowControl = m_port->setFlowControl(QSerialPort::NoFlowControl);
-    const bool opened = m_port->open(QIODevice::ReadWrite);
-    if (opened)
-        m_port->setTextModeEnabled(true);
+    const bool opened = openPortObject();
     qDebug("CVextralRemoteControl::open() - %d %d %d %d %d %d", baud, dataBits, parity, stopBits, flowControl,
            opened);
-
     if (!opened) {
         m_lineState = lineStateOfFailedOpen(portName, m_port->error(), m_port->errorString());
         showLineState();
         return false;
     }
-    m_lineState.kind = LineState::Kind::Listening;
-    m_lineState.portName = portName;
-    m_sinceAnswer.start();
+    connect(m_port, &QSerialPort::errorOccurred, this, &CVextralRemoteControl::onPortError);
     showLineState();
     startMonitoring();
     return true;
@@ -192,7 +187,11 @@ void CVextralRemoteControl::sendQuery(const QByteArray &composed)
 QByteArray CVextralRemoteControl::readLine(const char *command)
 {
     // The wait is for new bytes only, so its answer says nothing about a line that is there already.
-    m_port->waitForReadyRead(readRoundMs);
+    if (isOpen())
+        m_port->waitForReadyRead(readRoundMs);
+    // The wait may have found that the line is gone.
+    if (!isOpen())
+        return QByteArray();
     if (m_port->bytesAvailable() > floodBytes) {
         qDebug("CVextralRemoteControl - noise on the line, %d bytes thrown away",
                static_cast<int>(m_port->readAll().size()));
@@ -292,7 +291,7 @@ bool CVextralRemoteControl::collectStatusReply(const Protocol::StatusQuery &quer
             return false;
         }
         QCoreApplication::processEvents();
-        if (!port || port != m_port)
+        if (!port || port != m_port || !port->isOpen())
             return false;
         if (Protocol::isStatusReplyComplete(buffer))
             return true;

@@ -22,6 +22,7 @@
 CVextralRemoteControl::CVextralRemoteControl(const CSettings *settings)
 {
     CVextralRemoteControl::createAntennas(settings);
+    connect(&m_monitorTimer, &QTimer::timeout, this, &CVextralRemoteControl::tendLine);
     connect(&m_monitorTimer, &QTimer::timeout, this, &CVextralRemoteControl::monitore);
 }
 

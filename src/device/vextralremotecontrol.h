@@ -182,6 +182,15 @@ private:
     /// Forces the value, in degrees, into the panel's digital display and dial.
     void showOnPanelDisplays(int value);
 
+    // linerecovery.cpp
+    /// Opens the port object in text mode; false leaves everything as it was.
+    bool openPortObject();
+    void onPortError(QSerialPort::SerialPortError error);
+    /// Before each poll: tries a lost line once, and notices one whose device is not there any more.
+    void tendLine();
+    void loseLine(const QString &reason);
+    void recoverLine();
+
     // serialcommands.cpp
     void sendQuery(const QByteArray &composed);
     /// Waits one round for a line and dumps it to the log as a reply to `command`; empty when there is none.
@@ -200,7 +209,9 @@ private:
     bool animateTowards(CVextralAntenna *antenna, double angle);
     void showSelectedRotor(int rotor);
     void showLamps(const CDeviceStatus &status);
-    void setPowerLamp(bool on);
+    /// Notes whether the last poll was answered and shows it as the POWER lamp.
+    void noteAnswer(bool answered);
+    void showPower(bool on);
 
     double m_currentAngle = -1.0;
     bool m_angleValid = false;
@@ -219,6 +230,8 @@ private:
     QTimer m_monitorTimer;
 
     LineState m_lineState;
+    /// What stood behind the port's name when it was opened.
+    QString m_deviceBehindPort;
     /// Runs since the last valid status, or since the port was opened.
     QElapsedTimer m_sinceAnswer;
 };

@@ -120,6 +120,7 @@ private slots:
     void theFirstConnectionSynchronisesAndThenPolls();
     void aSessionFromStartToStart();
     void theLineMisbehavesAndPowerTellsTheTruth();
+    void aLineThatGoesAwayComesBack();
     void withoutAPortTheWindowIsSafeToUse();
 };
 
@@ -271,6 +272,26 @@ void TestOperatorSession::theLineMisbehavesAndPowerTellsTheTruth()
     station.line.clearFault();
     station.poll();
     QCOMPARE(station.shown(), QStringLiteral("RX 1110 TX 0000 POWER"));
+}
+
+void TestOperatorSession::aLineThatGoesAwayComesBack()
+{
+    Station station;
+    station.startProgram();
+    station.show();
+    QTRY_COMPARE_WITH_TIMEOUT(station.shown(), QStringLiteral("RX 0000 TX 0000 POWER"), 4000);
+    station.line.hangUp();
+    QTRY_COMPARE(station.shown(), QStringLiteral("RX 0000 TX 0000 -"));
+    QCOMPARE(station.panel()->powerIndicator()->toolTip(),
+             QStringLiteral("%1 went away. It is opened again as soon as it is back.").arg(boxLink()));
+    station.press(Qt::Key_F1); // goes nowhere, and is not sent later
+    station.line.clearReceived();
+    station.line.withBox([](SimulatedBox &box) { box.setTransmitLine(1, true); });
+    QVERIFY(station.line.restore());
+    QTRY_COMPARE_WITH_TIMEOUT(station.shown(), QStringLiteral("RX 0000 TX 0100 POWER"), 5000);
+    QCOMPARE(station.heard().remove(QStringLiteral("K0")).trimmed(), QString());
+    station.press(Qt::Key_F1);
+    QVERIFY(station.heard().startsWith(QStringLiteral("K1 K0 K0")));
 }
 
 void TestOperatorSession::withoutAPortTheWindowIsSafeToUse()
