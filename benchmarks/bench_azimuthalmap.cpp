@@ -60,6 +60,7 @@ private:
     void paintMap() { m_map->render(&m_canvas); }
 
     QImage m_image = patternedImage();
+    QImage m_shown = m_image.scaled(shownSide, shownSide, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     QImage m_canvas{mapSize, QImage::Format_RGB32};
     std::unique_ptr<OpenBox> m_box;
     std::unique_ptr<CVextralAzimuthalWidget> m_map;
@@ -94,13 +95,11 @@ void BenchAzimuthalMap::cleanupTestCase()
 
 void BenchAzimuthalMap::bareBlit()
 {
-    const QImage shown =
-        m_image.scaled(shownSide, shownSide, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     const QPoint corner((mapSize.width() - shownSide) / 2, (mapSize.height() - shownSide) / 2);
     QBENCHMARK
     {
         QPainter painter(&m_canvas);
-        painter.drawImage(corner, shown);
+        painter.drawImage(corner, m_shown);
     }
 }
 
@@ -128,6 +127,7 @@ void BenchAzimuthalMap::animationTick()
     antenna->setTarget(180.0);
     antenna->setRotating(true);
     m_map->startAnimation(antenna, 0.0, 170.0);
+    paintMap();
     QBENCHMARK
     {
         QMetaObject::invokeMethod(m_map.get(), "animate");

