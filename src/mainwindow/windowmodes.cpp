@@ -62,9 +62,8 @@ void CMainWindow::applyInterfaceMode(int mode)
         m_ui->azimuthalWidget->setInterfaceMode(mode == Extended ? mapExtended : mapNotExtended);
         m_ui->propertiesButton->setVisible(mode == Extended);
         m_ui->memoryButtonsFrame->setVisible(mode != SuperMini && hasRotor);
-        if (mode == Extended)
-            m_ui->azimuthalWidget->show();
-        else
+        m_ui->azimuthalWidget->setVisible(allowsExtended && mode != SuperMini);
+        if (mode != Extended)
             closePropertiesPanel();
     }
 
