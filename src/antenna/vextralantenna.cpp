@@ -3,6 +3,7 @@
 #include "antenna/colorwidget.h"
 #include "antenna/spinbox.h"
 #include "antenna/vextralantennaui.h"
+#include "device/degrees.h"
 #include "device/vextralremotecontrol.h"
 #include "widgets/rotorselectorwidget.h"
 #include "widgets/vextralazimuthalwidget.h"
@@ -13,8 +14,6 @@
 #include <QSignalBlocker>
 #include <QSpinBox>
 #include <QSvgRenderer>
-
-#include <algorithm>
 
 namespace {
 
@@ -42,13 +41,6 @@ std::unique_ptr<QSvgRenderer> rendererOf(const QString &svg)
 QString recoloured(const QString &svg, const QColor &color)
 {
     return QString(svg).replace(colourableFill, QLatin1String("fill:") + color.name(), Qt::CaseSensitive);
-}
-
-/// What a box for 0..359 shows of `angle`. Bounded before the cast, which is undefined for numbers beyond an
-/// int.
-int wholeDegrees(double angle)
-{
-    return angle > 0.0 ? static_cast<int>(std::min<double>(angle, lastDegree)) : 0;
 }
 
 } // namespace
@@ -143,7 +135,7 @@ void CVextralAntenna::setEditor(CVextralAntennaUI *editor)
 
     QSpinBox *angleBox = editor->angleSpinBox();
     angleBox->setRange(0, lastDegree);
-    angleBox->setValue(wholeDegrees(m_angle));
+    angleBox->setValue(truncatedDegrees(m_angle));
     angleBox->setReadOnly(true);
 
     CSpinBox *turnToBox = editor->turnToSpinBox();
@@ -170,7 +162,7 @@ void CVextralAntenna::refreshEditor()
         const QSignalBlocker blocker(m_editor->rotorSelector());
         m_editor->rotorSelector()->setCurrentIndex(m_rotorId);
     }
-    m_editor->angleSpinBox()->setValue(wholeDegrees(m_angle));
+    m_editor->angleSpinBox()->setValue(truncatedDegrees(m_angle));
 }
 
 bool CVextralAntenna::isRotorConnected() const

@@ -3,6 +3,7 @@
 #include "antenna/colorwidget.h"
 #include "antenna/spinbox.h"
 #include "antenna/vextralantenna.h"
+#include "device/degrees.h"
 #include "device/vextralremotecontrol.h"
 #include "settings/settings.h"
 #include "ui_vextralantennaui.h"
@@ -13,8 +14,6 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QSignalBlocker>
-
-#include <algorithm>
 
 namespace {
 
@@ -194,8 +193,9 @@ void CVextralAntennaUI::stepRotor(int step)
     if (!m_antenna)
         return;
     const int rotorCount = m_antenna->controller() ? m_antenna->controller()->rotorCount() : 0;
-    const int index =
-        std::clamp(m_ui->rotorSelector->currentIndex() + step, -1, std::max(-1, rotorCount - 1));
+    const int index = m_ui->rotorSelector->currentIndex() + step;
+    if (index < -1 || index >= rotorCount)
+        return;
     m_ui->rotorSelector->setCurrentIndex(index);
     onRotorSelectorIndexChanged(index);
 }
@@ -245,7 +245,7 @@ void CVextralAntennaUI::onRotorSelectorIndexChanged(int currentIndex)
         m_antenna->map()->refreshDisplays(true, false);
     m_antenna->setAngle(angle);
     m_antenna->setTarget(angle);
-    showInDisplay(m_antenna, qRound(angle));
+    showInDisplay(m_antenna, roundedDegrees(angle));
     changeSettings(m_antenna, [=](CSettings &settings, int i) { settings.rotorIds[i] = currentIndex; });
 }
 

@@ -56,6 +56,22 @@ void CLog::write(const char *message)
     line += '\n';
     m_stream.write(line.constData(), line.size());
     m_stream.flush();
+    if (m_stream.is_open() && !m_stream)
+        takeBack(line);
+}
+
+void CLog::takeBack(const QByteArray &line)
+{
+    m_stream.clear();
+    QFile file(filePath(m_fileIndex));
+    if (!file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly) || file.isSequential())
+        return;
+    file.seek(qMax(qint64(0), file.size() - line.size()));
+    const QByteArray end = file.readAll();
+    int written = line.size();
+    while (written > 0 && !end.endsWith(line.left(written)))
+        --written;
+    file.resize(file.size() - written);
 }
 
 QString CLog::filePath(int index) const
@@ -80,6 +96,8 @@ QString CLog::chooseFile()
 
 void CLog::open(const QString &path)
 {
+    // Unbuffered, so that nothing of a record that did not fit waits for the next one.
+    m_stream.rdbuf()->pubsetbuf(nullptr, 0);
     // Binary, so that a line ends in LF alone on Windows too.
     m_stream.open(QFile::encodeName(path).constData(), std::ios::out | std::ios::app | std::ios::binary);
 }

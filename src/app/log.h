@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QMutex>
 #include <QString>
 
@@ -11,7 +12,8 @@
 /// A record is one line, "dd/MM/yyyy hh:mm:ss - <milliseconds> -<thread> - <message>", UTF-8, ended by LF,
 /// where <thread> is the address of the calling QThread in decimal. The line ends are not counted.
 ///
-/// A file that cannot be opened loses its records silently.
+/// A file that cannot be opened loses its records silently. So does a full disk, until there is room again;
+/// no part of a record stays behind.
 class CLog
 {
 public:
@@ -29,6 +31,8 @@ private:
     QString chooseFile();
     void open(const QString &path);
     void advanceToNextFile();
+    /// After a write that failed: takes from the file what it holds of the line.
+    void takeBack(const QByteArray &line);
 
     QMutex m_mutex;
     int m_fileIndex = 0;

@@ -2,6 +2,7 @@
 
 #include "antenna/vextralantenna.h"
 #include "antenna/vextralantennaui.h"
+#include "device/degrees.h"
 #include "device/rotationsteering.h"
 #include "settings/settings.h"
 #include "widgets/4sanchorlayout.h"
@@ -332,7 +333,7 @@ void CDeviceKT240M::onDialRotationStarted()
 {
     // Without a reading there is no azimuth to start from.
     if (m_dial && RotationSteering::isKnown(m_polledAngle))
-        m_dial->setValue(RotationSteering::wholeDegrees(m_polledAngle), true);
+        m_dial->setValue(truncatedDegrees(m_polledAngle), true);
     editSender();
 }
 

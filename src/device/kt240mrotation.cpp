@@ -1,8 +1,10 @@
 #include "device/devicekt240m.h"
 
 #include "antenna/vextralantenna.h"
+#include "device/degrees.h"
 #include "device/rotationsteering.h"
 #include "widgets/antennabutton.h"
+#include "widgets/azimuthalanimation.h"
 #include "widgets/rotationdialwidget.h"
 #include "widgets/rotationdigitaldisplaywidget.h"
 #include "widgets/vextralazimuthalwidget.h"
@@ -17,7 +19,6 @@ namespace {
 
 constexpr char arrow[] = "......................................>>";
 
-constexpr double animationTickMs = 88.0;
 constexpr int idlePollsUntilDark = 3;
 constexpr int afterBrakeMs = 50;
 constexpr double fullTurn = 360.0;
@@ -45,10 +46,12 @@ CAntennaButton *CDeviceKT240M::buttonAgainst(Direction direction) const
 void CDeviceKT240M::monitore()
 {
     m_polledAngle = getCurrentAngle();
+    if (isOpen())
+        noteAnswer(isKnown(m_polledAngle));
     m_lastReading = m_previousReading;
     m_currentReading = m_polledAngle;
     const bool wasRotating = m_rotating;
-    if (wholeDegrees(m_previousReading) == -1) {
+    if (truncatedDegrees(m_previousReading) == -1) {
         m_rotating = false;
         if (m_previousReading == -1.0 && m_polledAngle >= 0.0)
             takeFirstReading();
@@ -122,7 +125,7 @@ void CDeviceKT240M::startPendingDirection()
 void CDeviceKT240M::settleScheduledTarget()
 {
     qDebug("%s Agendado para ir: %3.2f", arrow, m_scheduledTarget);
-    if (wholeDegrees(m_scheduledTarget) == wholeDegrees(m_polledAngle)) {
+    if (truncatedDegrees(m_scheduledTarget) == truncatedDegrees(m_polledAngle)) {
         m_scheduledTarget = -1.0;
         qDebug("%s", arrow);
         qDebug("%s Agendadamento cancelado", arrow);
@@ -167,7 +170,7 @@ void CDeviceKT240M::showAzimuth()
         m_dialEditsDisplay = false;
         m_digitalDisplay->setEditing(false);
     }
-    const int degrees = wholeDegrees(m_polledAngle);
+    const int degrees = truncatedDegrees(m_polledAngle);
     m_digitalDisplay->setValue(degrees, false);
     m_digitalDisplay->setHighlighted(degrees != -1);
     m_digitalDisplay->update();
@@ -195,7 +198,7 @@ void CDeviceKT240M::moveAntenna()
 void CDeviceKT240M::animateAntenna(CVextralAntenna *antenna)
 {
     CVextralAzimuthalWidget *map = azimuthalWidget();
-    map->setAnimationTicks(monitorInterval() / animationTickMs);
+    map->setAnimationTicks(AzimuthalAnimation::ticksIn(monitorInterval()));
     map->startAnimation(antenna, antenna->isRotating() ? antenna->angle() : m_polledAngle, m_polledAngle);
 }
 

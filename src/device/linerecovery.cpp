@@ -28,6 +28,7 @@ bool CVextralRemoteControl::openPortObject()
     if (!m_port->open(QIODevice::ReadWrite))
         return false;
     m_port->setTextModeEnabled(true);
+    ++m_openings;
     m_deviceBehindPort = deviceBehind(m_port->portName());
     m_lineState = LineState();
     m_lineState.kind = LineState::Kind::Listening;
@@ -36,12 +37,11 @@ bool CVextralRemoteControl::openPortObject()
     return true;
 }
 
-void CVextralRemoteControl::onPortError(QSerialPort::SerialPortError error)
+void CVextralRemoteControl::onPortError()
 {
-    if (error == QSerialPort::NoError || error == QSerialPort::TimeoutError)
+    if (!isOpen() || m_port->error() == QSerialPort::NoError || m_port->error() == QSerialPort::TimeoutError)
         return;
-    if (m_port && m_port->isOpen())
-        loseLine(m_port->errorString());
+    loseLine(m_port->errorString());
 }
 
 void CVextralRemoteControl::tendLine()

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <QSerialPort>
 
 namespace {
 
@@ -12,6 +13,8 @@ QString text(const char *source)
 
 QString describeSilence(const QString &port, int seconds)
 {
+    if (seconds < 1)
+        return text("%1 is open, but the box does not answer. Check its power and its cable.").arg(port);
     return text("%1 is open, but the box has not answered for %2 s. Check its power and its cable.")
         .arg(port)
         .arg(seconds);
@@ -25,6 +28,17 @@ QString describeNoPermission(const LineState &state)
         .arg(state.portName, state.group);
 }
 
+/// The system refuses a port that another program holds in the same words as one that may not be used; its
+/// node tells which.
+LineState lineStateOfRefusal(LineState state)
+{
+    const QFileInfo node(portNodePath(state.portName));
+    const bool mayUse = !node.exists() || (node.isReadable() && node.isWritable());
+    state.kind = mayUse ? LineState::Kind::Busy : LineState::Kind::NoPermission;
+    state.group = mayUse ? QString() : node.group();
+    return state;
+}
+
 } // namespace
 
 QString portNodePath(const QString &portName)
@@ -32,23 +46,20 @@ QString portNodePath(const QString &portName)
     return portName.startsWith(QLatin1Char('/')) ? portName : QLatin1String("/dev/") + portName;
 }
 
-LineState lineStateOfFailedOpen(const QString &portName, QSerialPort::SerialPortError error,
-                                const QString &errorText)
+LineState lineStateOfFailedOpen(const QSerialPort &port)
 {
     LineState state;
-    state.portName = portName;
-    state.detail = errorText;
-    state.kind = LineState::Kind::Failed;
-    if (error == QSerialPort::DeviceNotFoundError)
+    state.portName = port.portName();
+    state.detail = port.errorString();
+    switch (port.error()) {
+    case QSerialPort::DeviceNotFoundError:
         state.kind = LineState::Kind::NoSuchPort;
-    if (error != QSerialPort::PermissionError)
-        return state;
-
-    // The same error stands for "held by another program" and for "not allowed"; the node tells which.
-    const QFileInfo node(portNodePath(portName));
-    const bool mayUse = !node.exists() || (node.isReadable() && node.isWritable());
-    state.kind = mayUse ? LineState::Kind::Busy : LineState::Kind::NoPermission;
-    state.group = mayUse ? QString() : node.group();
+        break;
+    case QSerialPort::PermissionError:
+        return lineStateOfRefusal(state);
+    default:
+        state.kind = LineState::Kind::Failed;
+    }
     return state;
 }
 
@@ -58,6 +69,8 @@ QString describe(const LineState &state)
     case LineState::Kind::Closed:
         return text("No serial port is open.");
     case LineState::Kind::NoSuchPort:
+        if (state.portName.isEmpty())
+            return text("No serial port is chosen. Choose one under File, Preferences.");
         return text("There is no serial port \"%1\". Choose another one under File, Preferences.")
             .arg(state.portName);
     case LineState::Kind::NoPermission:

@@ -1,7 +1,8 @@
 #pragma once
 
-#include <QSerialPort>
 #include <QString>
+
+class QSerialPort;
 
 /// How the serial line stands, for telling the operator.
 struct LineState
@@ -28,9 +29,8 @@ struct LineState
     int silentSeconds = 0;
 };
 
-/// Why a port did not open, from what QSerialPort said and what stands at the port's name.
-LineState lineStateOfFailedOpen(const QString &portName, QSerialPort::SerialPortError error,
-                                const QString &errorText);
+/// Why `port` did not open, from what it says and from what stands at its name.
+LineState lineStateOfFailedOpen(const QSerialPort &port);
 
 /// Where the system keeps the port `portName`, which may be a full path. Meaningless on Windows.
 QString portNodePath(const QString &portName);

@@ -1,9 +1,7 @@
 #include "device/protocol.h"
 
+#include "device/degrees.h"
 #include "device/devicestatus.h"
-
-#include <cmath>
-#include <limits>
 
 namespace {
 
@@ -15,8 +13,7 @@ constexpr int angleDigits = 3;
 double numberAt(const QString &text, int position)
 {
     const double number = text.mid(position, angleDigits).toDouble();
-    const bool fits = std::isfinite(number) && std::abs(number) < std::numeric_limits<int>::max();
-    return fits ? number : 0.0;
+    return isUsableAngle(number) ? number : 0.0;
 }
 
 } // namespace
@@ -55,7 +52,7 @@ const StatusQuery statusAndAngleQuery = {
 
 QByteArray rotateToCommand(double azimuth)
 {
-    return QString::asprintf("M%03d\r\n\n", static_cast<int>(azimuth)).toLatin1();
+    return QString::asprintf("M%03d\r\n\n", truncatedDegrees(azimuth)).toLatin1();
 }
 
 QByteArray rotateCCWCommand()

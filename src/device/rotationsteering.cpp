@@ -1,5 +1,7 @@
 #include "device/rotationsteering.h"
 
+#include "device/degrees.h"
+
 #include <cmath>
 
 namespace {
@@ -27,11 +29,6 @@ double runOutCounterClockwise(double current)
 
 namespace RotationSteering {
 
-int wholeDegrees(double angle)
-{
-    return static_cast<int>(angle);
-}
-
 bool isKnown(double reading)
 {
     return reading > unknown;
@@ -39,7 +36,8 @@ bool isKnown(double reading)
 
 bool hasTurned(double previous, double current)
 {
-    return wholeDegrees(previous) != wholeDegrees(unknown) && wholeDegrees(previous) != wholeDegrees(current);
+    return truncatedDegrees(previous) != truncatedDegrees(unknown)
+        && truncatedDegrees(previous) != truncatedDegrees(current);
 }
 
 std::optional<double> softStopTarget(double last, double current)

@@ -6,9 +6,6 @@
 /// reading of -1 is a failed one.
 namespace RotationSteering {
 
-/// Truncated toward zero.
-int wholeDegrees(double angle);
-
 bool isKnown(double reading);
 
 /// Whether two successive readings show a rotation: their whole degrees differ. After a failed reading there

@@ -1,8 +1,11 @@
 #include "device/vextralremotecontrol.h"
 
 #include "antenna/vextralantenna.h"
+#include "device/commandlog.h"
+#include "device/degrees.h"
 #include "device/protocol.h"
 #include "widgets/antennabutton.h"
+#include "widgets/azimuthalanimation.h"
 #include "widgets/ledbutton.h"
 #include "widgets/rotationdialwidget.h"
 #include "widgets/rotationdigitaldisplaywidget.h"
@@ -18,11 +21,9 @@
 
 namespace {
 
-constexpr char separator[] = "############################################";
 constexpr char dashes[] = "---------------------------------------------------------------------------------";
 constexpr char dots[] = "..................................";
 
-constexpr double animationTickMs = 88.0;
 constexpr double jumpDegreesPerTick = 2.0;
 constexpr int afterFirstStatusMs = 100;
 constexpr int afterAntennaReadMs = 500;
@@ -62,8 +63,7 @@ void CVextralRemoteControl::monitore()
         synchronise();
 }
 
-// ---- The synchronisation pass
-// ---------------------------------------------------------------------------------
+// ---- The synchronisation pass ----
 
 void CVextralRemoteControl::synchronise()
 {
@@ -118,8 +118,7 @@ void CVextralRemoteControl::synchroniseOtherRotor()
     }
 }
 
-// ---- A poll
-// ---------------------------------------------------------------------------------------------------
+// ---- A poll ----
 
 void CVextralRemoteControl::poll()
 {
@@ -155,7 +154,7 @@ bool CVextralRemoteControl::followAntenna(CVextralAntenna *antenna, const CDevic
     if (!antenna->rotorStatusFlag()) {
         CRotationDigitalDisplayWidget *display = m_map ? m_map->displayOf(antenna) : nullptr;
         if (display && antenna->isRotorConnected())
-            display->setValue(static_cast<int>(antenna->angle()), false);
+            display->setValue(truncatedDegrees(antenna->angle()), false);
         return true;
     }
     antenna->setEnabled(true);
@@ -182,7 +181,7 @@ bool CVextralRemoteControl::followAntenna(CVextralAntenna *antenna, const CDevic
 
 bool CVextralRemoteControl::animateTowards(CVextralAntenna *antenna, double angle)
 {
-    m_map->setAnimationTicks(m_monitorInterval / animationTickMs);
+    m_map->setAnimationTicks(AzimuthalAnimation::ticksIn(m_monitorInterval));
     if (!antenna->isRotating()) {
         m_map->startAnimation(antenna, angle, angle);
         return true;
@@ -213,8 +212,7 @@ void CVextralRemoteControl::finishRotation(CVextralAntenna *antenna, double targ
     antenna->setTarget(target);
 }
 
-// ---- Showing a status
-// -----------------------------------------------------------------------------------------
+// ---- Showing a status ----
 
 void CVextralRemoteControl::updateStatusDisplay(CDeviceStatus status)
 {
@@ -243,7 +241,7 @@ void CVextralRemoteControl::showSelectedRotor(int rotor)
     const CVextralAntenna *current = m_map ? m_map->currentAntenna() : nullptr;
     CRotationDigitalDisplayWidget *display = m_remoteControlWidget->digitalDisplay();
     if (display && current && angle > -1.0 && current->rotorId() == rotor) {
-        display->setValue(static_cast<int>(angle), false);
+        display->setValue(truncatedDegrees(angle), false);
         display->update();
     }
     m_firstStatus = false;
@@ -295,8 +293,7 @@ void CVextralRemoteControl::showPower(bool on)
     showLineState();
 }
 
-// ---- Rotors
-// ---------------------------------------------------------------------------------------------------
+// ---- Rotors ----
 
 bool CVextralRemoteControl::setCurrentRotor(int rotor)
 {
@@ -316,11 +313,9 @@ bool CVextralRemoteControl::setCurrentRotor(int rotor)
         return false;
     }
     qDebug("CVextralRemoteControl::setCurrentRotor() - vai trocar rotor");
-    qDebug("%s", separator);
-    qDebug("Comando K9");
-    qDebug("%s", separator);
+    logCommand("Comando K9");
     send(Protocol::toggleCommand(9));
-    qDebug("%s", separator);
+    logSeparator();
     QThread::msleep(afterRotorSwitchMs);
     status = getStatus();
     return status.valid && status.isRotorSelected(rotor);
@@ -356,13 +351,19 @@ void CVextralRemoteControl::turnAntennaFromCurrentToTarget(CVextralAntenna *ante
         antenna->setAngle(antenna->target());
         return;
     }
+    // Selecting the rotor pumps events, and a poll among them may change the target.
+    const double target = antenna->target();
+    const int request = ++m_turnRequests;
     if (!setCurrentRotor(antenna->rotorId())) {
         qDebug("CVextralRemoteControl::turnAntennaFromCurrentToTarget() - Rotor %d nao responde",
                antenna->rotorId());
         return;
     }
+    if (request != m_turnRequests)
+        return; // the operator has chosen another target meanwhile
     qDebug("CVextralRemoteControl::turnAntennaFromCurrentToTarget() - Rotor %d sera controlado",
            antenna->rotorId());
-    rotateTo(antenna->target());
-    showOnPanelDisplays(static_cast<int>(antenna->target()));
+    antenna->setTarget(target);
+    rotateTo(target);
+    showOnPanelDisplays(truncatedDegrees(target));
 }

@@ -1,5 +1,6 @@
 #include "device/vextralremotecontrol.h"
 
+#include "device/commandlog.h"
 #include "device/protocol.h"
 
 #include <QCoreApplication>
@@ -11,8 +12,6 @@
 
 namespace {
 
-constexpr char separator[] = "############################################";
-
 constexpr int commandWriteMs = 1000;
 constexpr int queryWriteMs = 50;
 constexpr int querySleepMs = 100;
@@ -23,16 +22,9 @@ constexpr int rotorToggleSleepMs = 20;
 /// fills the memory and the log.
 constexpr int floodBytes = 4096;
 
-void logCommand(const char *text)
-{
-    qDebug("%s", separator);
-    qDebug("%s", text);
-    qDebug("%s", separator);
-}
-
 void logQuery(const char *text)
 {
-    qDebug("%s", separator);
+    logSeparator();
     qDebug("%s", text);
 }
 
@@ -46,8 +38,7 @@ void logReply(const char *format, const QByteArray &buffer, bool withLineFeeds)
 
 } // namespace
 
-// ---- The port
-// -------------------------------------------------------------------------------------------------
+// ---- The port ----
 
 bool CVextralRemoteControl::open(const QString &portName)
 {
@@ -65,7 +56,7 @@ bool CVextralRemoteControl::open(const QString &portName)
     qDebug("CVextralRemoteControl::open() - %d %d %d %d %d %d", baud, dataBits, parity, stopBits, flowControl,
            opened);
     if (!opened) {
-        m_lineState = lineStateOfFailedOpen(portName, m_port->error(), m_port->errorString());
+        m_lineState = lineStateOfFailedOpen(*m_port);
         showLineState();
         return false;
     }
@@ -95,14 +86,14 @@ bool CVextralRemoteControl::isOpen()
 
 bool CVextralRemoteControl::send(const QByteArray &composed)
 {
-    if (!m_port)
+    // A port that was closed with bytes still to write would wait for them in vain.
+    if (!m_port || !m_port->isOpen())
         return false;
     m_port->write(Protocol::onTheWire(composed));
     return m_port->waitForBytesWritten(commandWriteMs);
 }
 
-// ---- Commands
-// -------------------------------------------------------------------------------------------------
+// ---- Commands ----
 
 bool CVextralRemoteControl::rotateTo(double angle)
 {
@@ -110,25 +101,31 @@ bool CVextralRemoteControl::rotateTo(double angle)
         return false;
     logCommand("Comando girar");
     send(Protocol::rotateToCommand(angle));
-    qDebug("%s", separator);
+    logSeparator();
     emit onStartRotating(angle);
     return true;
 }
 
 bool CVextralRemoteControl::rotateCCW()
 {
+    if (!m_port)
+        return false;
     logCommand("Comando CCW");
     return send(Protocol::rotateCCWCommand());
 }
 
 bool CVextralRemoteControl::rotateCW()
 {
+    if (!m_port)
+        return false;
     logCommand("Comando CW");
     return send(Protocol::rotateCWCommand());
 }
 
 bool CVextralRemoteControl::stop()
 {
+    if (!m_port)
+        return false;
     logCommand("Comando STOP");
     return send(Protocol::stopCommand());
 }
@@ -174,11 +171,12 @@ bool CVextralRemoteControl::toggleRotor()
     return true;
 }
 
-// ---- Queries
-// --------------------------------------------------------------------------------------------------
+// ---- Queries ----
 
 void CVextralRemoteControl::sendQuery(const QByteArray &composed)
 {
+    if (m_port->bytesAvailable() > floodBytes)
+        throwAwayNoise();
     m_port->write(Protocol::onTheWire(composed));
     m_port->waitForBytesWritten(queryWriteMs);
     QThread::msleep(querySleepMs);
@@ -193,8 +191,7 @@ QByteArray CVextralRemoteControl::readLine(const char *command)
     if (!isOpen())
         return QByteArray();
     if (m_port->bytesAvailable() > floodBytes) {
-        qDebug("CVextralRemoteControl - noise on the line, %d bytes thrown away",
-               static_cast<int>(m_port->readAll().size()));
+        throwAwayNoise();
         return QByteArray();
     }
     if (!m_port->canReadLine())
@@ -202,6 +199,13 @@ QByteArray CVextralRemoteControl::readLine(const char *command)
     const QByteArray line = m_port->readLine();
     dumpResponse(QLatin1String(command), line);
     return line;
+}
+
+void CVextralRemoteControl::throwAwayNoise()
+{
+    if (isOpen() && m_port->bytesAvailable() > 0)
+        qDebug("CVextralRemoteControl - noise on the line, %d bytes thrown away",
+               static_cast<int>(m_port->readAll().size()));
 }
 
 double CVextralRemoteControl::getCurrentAngle()
@@ -222,10 +226,11 @@ double CVextralRemoteControl::getCurrentAngle()
         qDebug(">>> Ang.Lido[%s]", qUtf8Printable(Protocol::replyTextWithoutLineFeeds(buffer)));
         if (const std::optional<double> angle = Protocol::decodeAngle(buffer)) {
             m_lastReadAngle = m_currentAngle = *angle;
-            qDebug("%s", separator);
+            logSeparator();
             return *angle;
         }
     }
+    throwAwayNoise();
     qDebug(">>>> [FALHA ao ler angulo. \"-1\" será utilizado para indicar erro]");
     m_currentAngle = -1.0;
     return -1.0;
@@ -275,23 +280,25 @@ CDeviceStatus CVextralRemoteControl::readStatus(const Protocol::StatusQuery &que
         status.valid = true;
         decodeStatus(status, reply.a, reply.b);
         status.angle = reply.angle;
-        break;
+        return status;
     }
+    throwAwayNoise();
     return status;
 }
 
 bool CVextralRemoteControl::collectStatusReply(const Protocol::StatusQuery &query, QByteArray &buffer)
 {
-    // What runs inside the pump may close the port, and open another.
-    const QPointer<QSerialPort> port = m_port;
+    // What runs inside the pump may close the port, and open it or another one.
+    const int opening = m_openings;
     for (int round = 0; round < query.rounds; ++round) {
         buffer += readLine(query.label);
         if (Protocol::isErrorReply(buffer)) {
             logReply(query.errorReplyText, buffer, true);
+            throwAwayNoise();
             return false;
         }
         QCoreApplication::processEvents();
-        if (!port || port != m_port || !port->isOpen())
+        if (opening != m_openings || !isOpen())
             return false;
         if (Protocol::isStatusReplyComplete(buffer))
             return true;

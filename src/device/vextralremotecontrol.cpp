@@ -148,16 +148,20 @@ LineState CVextralRemoteControl::lineState() const
 
 void CVextralRemoteControl::showLineState()
 {
-    CLedButton *lamp = m_remoteControlWidget ? m_remoteControlWidget->powerIndicator() : nullptr;
-    if (!lamp)
+    if (!m_remoteControlWidget)
         return;
-    const QString text = describe(lineState());
-    lamp->setToolTip(text);
-    lamp->setAccessibleDescription(text);
+    // Where no lamp stands for the line the panel itself does.
+    QWidget *lamp = m_remoteControlWidget->powerIndicator();
+    if (!lamp)
+        lamp = m_remoteControlWidget;
+    LineState state = lineState();
+    lamp->setToolTip(describe(state));
+    // A screen reader need not hear each second of a silence.
+    state.silentSeconds = 0;
+    lamp->setAccessibleDescription(describe(state));
 }
 
-// ---- What the operator does
-// -----------------------------------------------------------------------------------
+// ---- What the operator does ----
 
 void CVextralRemoteControl::onAtennaButtonChange(int index, bool state)
 {
@@ -227,7 +231,8 @@ void CVextralRemoteControl::onRotationTargetChanged(int value)
     if (CVextralAntenna *antenna = m_map->currentAntenna()) {
         antenna->setTarget(value);
         turnAntennaFromCurrentToTarget(antenna);
-        m_map->update();
+        if (m_map)
+            m_map->update();
     }
 }
 
@@ -245,8 +250,7 @@ void CVextralRemoteControl::showOnPanelDisplays(int value)
     }
 }
 
-// ---- What a model may answer otherwise
-// ------------------------------------------------------------------------
+// ---- What a model may answer otherwise ----
 
 QString CVextralRemoteControl::modelId()
 {

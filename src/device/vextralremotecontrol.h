@@ -151,7 +151,7 @@ public:
 
     /// What is known of the line now.
     LineState lineState() const;
-    /// Shows lineState() as the POWER lamp's tool tip.
+    /// Shows lineState() as the POWER lamp's tool tip, or as the panel's where the model has no such lamp.
     void showLineState();
 
 signals:
@@ -175,6 +175,9 @@ protected:
     /// it did not leave in time.
     bool send(const QByteArray &composed);
 
+    /// Notes whether the last poll was answered and shows it as the POWER lamp.
+    void noteAnswer(bool answered);
+
     bool isMonitoring() const { return m_monitorTimer.isActive(); }
     double currentAngle() const { return m_currentAngle; }
 
@@ -185,7 +188,7 @@ private:
     // linerecovery.cpp
     /// Opens the port object in text mode; false leaves everything as it was.
     bool openPortObject();
-    void onPortError(QSerialPort::SerialPortError error);
+    void onPortError();
     /// Before each poll: tries a lost line once, and notices one whose device is not there any more.
     void tendLine();
     void loseLine(const QString &reason);
@@ -195,6 +198,9 @@ private:
     void sendQuery(const QByteArray &composed);
     /// Waits one round for a line and dumps it to the log as a reply to `command`; empty when there is none.
     QByteArray readLine(const char *command);
+    /// Drops what came with a query that failed, or it would lead the next reply. What comes after the query
+    /// has returned stays.
+    void throwAwayNoise();
     CDeviceStatus readStatus(const Protocol::StatusQuery &query);
     /// Reads lines until there are enough; false ends the query with nothing to decode.
     bool collectStatusReply(const Protocol::StatusQuery &query, QByteArray &buffer);
@@ -209,8 +215,6 @@ private:
     bool animateTowards(CVextralAntenna *antenna, double angle);
     void showSelectedRotor(int rotor);
     void showLamps(const CDeviceStatus &status);
-    /// Notes whether the last poll was answered and shows it as the POWER lamp.
-    void noteAnswer(bool answered);
     void showPower(bool on);
 
     double m_currentAngle = -1.0;
@@ -226,10 +230,15 @@ private:
     bool m_firstStatus = true;
     QPointer<CVextralAzimuthalWidget> m_map;
     QPointer<CVextralRemoteControlWidget> m_remoteControlWidget;
+    /// Owned; made by open(), deleted by close().
     QPointer<QSerialPort> m_port;
     QTimer m_monitorTimer;
 
     LineState m_lineState;
+    /// Counts the targets that were chosen, so that an older one does not follow a newer one.
+    int m_turnRequests = 0;
+    /// How often a port was opened, so that a read notices that its own one is gone.
+    int m_openings = 0;
     /// What stood behind the port's name when it was opened.
     QString m_deviceBehindPort;
     /// Runs since the last valid status, or since the port was opened.

@@ -2,12 +2,13 @@
 #include "ui_mainwindow.h"
 
 #include "antenna/vextralantenna.h"
+#include "device/degrees.h"
 #include "device/vextralremotecontrol.h"
+#include "widgets/azimuthalanimation.h"
 #include "widgets/vextralazimuthalwidget.h"
 
 #include <QKeyEvent>
 
-#include <cmath>
 #include <optional>
 
 // An antenna turns while an arrow key is held. Auto-repeat makes pairs of release and press, so a release
@@ -16,7 +17,6 @@
 namespace {
 
 constexpr int releaseDelayMs = 233;
-constexpr double animationTickMs = 88.0;
 
 constexpr int counterClockwise = 0;
 constexpr int clockwise = 1;
@@ -105,7 +105,7 @@ void CMainWindow::changeCurrentAntennaDirection(int direction)
     qDebug("................. changeCurrentAntennaDirection() %s", ccw ? "CCW" : "CW");
     antenna->setTarget(end);
     antenna->clearTarget();
-    m_ui->azimuthalWidget->setAnimationTicks(m_controller->monitorInterval() / animationTickMs);
+    m_ui->azimuthalWidget->setAnimationTicks(AzimuthalAnimation::ticksIn(m_controller->monitorInterval()));
     m_ui->azimuthalWidget->startAnimation(antenna, antenna->angle(), end);
     m_controller->rotateTo(end);
 }
@@ -126,7 +126,7 @@ void CMainWindow::stopCurrentAntenna()
     if (position > -1.0) {
         if (antenna)
             antenna->setTarget(position);
-        qDebug("................. target passou a ser [%d]", static_cast<int>(std::lround(position)));
+        qDebug("................. target passou a ser [%d]", roundedDegrees(position));
         m_controller->stop();
     } else {
         qDebug("................. Impossivel parar interpolacao(parada bruta)");

@@ -5,6 +5,7 @@
 #include "antenna/spinbox.h"
 #include "antenna/vextralantenna.h"
 #include "antenna/vextralantennaui.h"
+#include "device/degrees.h"
 #include "device/devicelumen4s.h"
 #include "device/vextralremotecontrol.h"
 #include "dialogs/settingsdialog.h"
@@ -24,8 +25,6 @@
 #include <QSignalBlocker>
 #include <QSpinBox>
 
-#include <cmath>
-
 // How the window stands and what it hands to whom. Shortcuts, memories, modes, held keys and dialogs have a
 // source each.
 
@@ -33,15 +32,6 @@ namespace {
 
 /// Two key presses of one search in a list may lie this far apart; operators look away from the keyboard.
 constexpr int keyboardInputIntervalMs = 30000;
-
-/// Whole degrees of a compass direction, folded once into 0..359.
-int wholeDegrees(double angle)
-{
-    const int degrees = static_cast<int>(std::lround(angle));
-    if (degrees >= 360)
-        return degrees - 360;
-    return degrees < 0 ? degrees + 360 : degrees;
-}
 
 template <typename Widget, typename Value>
 void showSilently(Widget *widget, void (Widget::*set)(Value), std::decay_t<Value> value)
@@ -68,9 +58,10 @@ CMainWindow::CMainWindow(const ControllerFactory &makeController, QWidget *paren
 {
     m_ui->setupUi(this);
     m_ui->plus180Button->setText(QStringLiteral("+180"));
-    closePropertiesPanel();
+    hidePropertiesFrame();
     collectMemoryButtons();
-    createMemoryShortcuts();
+    passDirectionKeysToWindow();
+    createFixedShortcuts();
     connect(&m_directionTimer, &QTimer::timeout, this, &CMainWindow::onAntennaDirectionTimer);
     QApplication::setKeyboardInputInterval(keyboardInputIntervalMs);
     createSettingsDialog();
@@ -114,6 +105,10 @@ void CMainWindow::collectMemoryButtons()
         connect(memory, &CMemoryButton::clicked, this, &CMainWindow::onMemoryButtonClicked);
         connect(memory, &CMemoryButton::onMemoryValueChanged, this, &CMainWindow::onMemoryValueChanged);
     }
+}
+
+void CMainWindow::passDirectionKeysToWindow()
+{
     // Focused buttons keep Left and Right for themselves; here these keys turn the antenna.
     for (QPushButton *button : {m_ui->pushButton, m_ui->zoomInButton, m_ui->zoomInButton_2,
                                 m_ui->hidePropertiesButton, m_ui->propertiesButton})
@@ -144,6 +139,7 @@ void CMainWindow::connectController()
     connect(m_ui->azimuthalWidget, &CVextralAzimuthalWidget::onCurrentAntennaChanged, this,
             &CMainWindow::onCurrentAntennaChanged);
     connect(m_controller, &CVextralRemoteControl::onStopRotating, this, &CMainWindow::onStopRotating);
+    connect(m_controller, &CVextralRemoteControl::onStartRotating, this, &CMainWindow::onStartRotating);
     connect(m_ui->tabWidget, &QTabWidget::currentChanged, this, &CMainWindow::onTabChanged);
     for (CVextralAntenna *antenna : m_controller->antennas())
         connect(antenna, &CVextralAntenna::onRotationDone, this, &CMainWindow::onAntennaRotationDone);
@@ -163,17 +159,16 @@ void CMainWindow::createEditors()
     }
 }
 
-// ---- Applying the settings
-// ------------------------------------------------------------------------------------
+// ---- Applying the settings ----
 
 void CMainWindow::applySettings(const CSettings &settings)
 {
     applyAntennaSettings(settings);
-    for (int i = 0; i < 10; ++i)
+    for (int i = 0; i < CSettings::elementCount; ++i)
         m_memoryButtons[i]->setText(settings.memories[i]);
     const QList<CAntennaButton *> radios = m_ui->remoteControlWidget->radioButtons();
-    for (int i = 0; i < radios.size() && i < 10; ++i)
-        radios[i]->setText(settings.radioNames[i]);
+    for (int i = 0; i < radios.size() && i < CSettings::elementCount; ++i)
+        radios[i]->setText(QString(settings.radioNames[i]).replace(QLatin1String("&"), QLatin1String("&&")));
     m_ui->remoteControlWidget->relayout();
     m_ui->azimuthalWidget->update();
     applyInterfaceMode(modeOfName(settings.interfaceMode));
@@ -183,7 +178,7 @@ void CMainWindow::applySettings(const CSettings &settings)
 
 void CMainWindow::applyAntennaSettings(const CSettings &settings)
 {
-    for (int i = 0; i < m_controller->antennaCount() && i < 10; ++i) {
+    for (int i = 0; i < m_controller->antennaCount() && i < CSettings::elementCount; ++i) {
         CVextralAntenna *antenna = m_controller->antenna(i);
         if (!antenna)
             break;
@@ -194,7 +189,7 @@ void CMainWindow::applyAntennaSettings(const CSettings &settings)
         antenna->setRotating(false);
         antenna->setName(settings.names[i]);
 
-        const int degrees = wholeDegrees(settings.angles[i]);
+        const int degrees = shownDegrees(settings.angles[i]);
         if (CRotationDigitalDisplayWidget *display = m_ui->azimuthalWidget->displayOf(antenna)) {
             const QSignalBlocker blocker(display);
             display->setValue(degrees, true);
@@ -246,8 +241,7 @@ void CMainWindow::openPort(const QString &portName)
         power->setChecked(false);
 }
 
-// ---- What the controller, the map and the editors tell
-// ---------------------------------------------------------
+// ---- What the controller, the map and the editors tell ----
 
 void CMainWindow::onCurrentAntennaChanged(CVextralAntenna *antenna)
 {
@@ -264,13 +258,16 @@ void CMainWindow::onTabChanged(int index)
     if (!antenna || !antenna->isRotorConnected())
         return;
     const int selected = m_controller->currentRotor(nullptr);
+    // Another tab may have been chosen while the box was asked.
+    if (m_ui->tabWidget->currentIndex() != index)
+        return;
     if (selected >= 0 && selected != antenna->rotorId())
         m_controller->setCurrentRotor(antenna->rotorId());
 }
 
 void CMainWindow::onAntennaRotationDone()
 {
-    showApproachedMemory(nullptr);
+    light(nullptr);
 }
 
 void CMainWindow::onStopRotating()
@@ -278,7 +275,7 @@ void CMainWindow::onStopRotating()
     m_directionTimer.stop();
     m_keyHeld = false;
     m_keyRotating = false;
-    showApproachedMemory(nullptr);
+    light(nullptr);
 }
 
 void CMainWindow::onNameEdited()
@@ -305,5 +302,7 @@ void CMainWindow::closeEvent(QCloseEvent *event)
 {
     // So that the size without the panel is the one that is kept.
     on_hidePropertiesButton_clicked();
+    if (m_keyRotating)
+        stopCurrentAntenna();
     QMainWindow::closeEvent(event);
 }

@@ -75,6 +75,7 @@ private:
 
     // mainwindow.cpp
     void collectMemoryButtons();
+    void passDirectionKeysToWindow();
     void createSettingsDialog();
     void createController(const ControllerFactory &makeController, const CSettings &settings);
     void connectController();
@@ -89,14 +90,17 @@ private:
 
     // windowshortcuts.cpp
     QShortcut *addShortcut(const QString &keys, void (CMainWindow::*slot)());
-    void createMemoryShortcuts();
+    void createFixedShortcuts();
     void createDeviceShortcuts();
     void createRadioShortcuts();
 
     // windowmemories.cpp
     void recallMemory(int position);
-    bool turnCurrentAntennaTo(int azimuth);
-    void showApproachedMemory(const QPushButton *approached);
+    int memoryPositionOf(const QObject *button) const;
+    /// Turns the current antenna; the button is lit while the antenna is under way.
+    void approach(QPushButton *button, int azimuth);
+    void light(const QPushButton *approached);
+    void onStartRotating(double angle);
 
     // windowmodes.cpp
     static int modeOfName(const QString &name);
@@ -104,7 +108,8 @@ private:
     void applyInterfaceMode(int mode);
     void fitFramesToContent();
     void resizeSettled(const QSize &size);
-    void closePropertiesPanel();
+    void hidePropertiesFrame();
+    void storeSize(const QSize &size);
 
     // heldkeys.cpp
     void changeCurrentAntennaDirection(int direction);
@@ -140,4 +145,7 @@ private:
 
     QPointer<CVextralRemoteControl> m_controller;
     bool m_changingRelayBox = false;
+    /// The memory recalled last and where it leads, in degrees.
+    QPushButton *m_recalled = nullptr;
+    int m_recalledAzimuth = 0;
 };

@@ -9,13 +9,16 @@
 #include "settings/relayboxswap.h"
 #include "settings/settings.h"
 #include "widgets/antennabutton.h"
+#include "widgets/memorybutton.h"
 #include "widgets/vextralazimuthalwidget.h"
 #include "widgets/vextralremotecontrolwidget.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QImageReader>
 #include <QMessageBox>
+#include <QSaveFile>
 #include <QScopedValueRollback>
 
 // What the window opens, and the change to another relay box. Dialogs are modal but run no event loop of
@@ -33,16 +36,39 @@ std::vector<CAntennaButton *> toVector(const QList<CAntennaButton *> &buttons)
     return {buttons.begin(), buttons.end()};
 }
 
+/// Puts a copy of `source` at `path`. What stood there goes only once the copy is complete.
+bool replaceFile(const QString &path, const QString &source)
+{
+    QFile from(source);
+    QSaveFile to(path);
+    if (!from.open(QIODevice::ReadOnly) || !to.open(QIODevice::WriteOnly))
+        return false;
+    to.write(from.readAll());
+    return to.commit();
+}
+
 /// Buttons show each "&" of a name doubled, so that it is no mnemonic.
 QString nameOfCaption(const QString &caption)
 {
     return QString(caption).replace(QLatin1String("&&"), QLatin1String("&"));
 }
 
+/// Gives the buttons the captions that were changed on their copies, and keeps them as names.
+void takeCaptions(const std::vector<CAntennaButton *> &copies, const QList<CAntennaButton *> &buttons,
+                  CSettings::Elements<QString> &names)
+{
+    for (int i = 0; i < buttons.size() && i < CSettings::elementCount; ++i) {
+        const QString caption = copies[i]->text();
+        if (caption == buttons[i]->text())
+            continue;
+        buttons[i]->setText(caption);
+        names[i] = nameOfCaption(caption);
+    }
+}
+
 } // namespace
 
-// ---- Settings
-// -------------------------------------------------------------------------------------------------
+// ---- Settings ----
 
 void CMainWindow::onPreferenceMenuTriggered(bool c)
 {
@@ -63,13 +89,15 @@ void CMainWindow::onShowSettingsDialog()
     if (hasId)
         dialog->setIdCaption(m_controller->modelName() + QLatin1String(" id:"));
     dialog->load();
-    connect(dialog, &QDialog::finished, this, &CMainWindow::onSettingsDialogFinished, Qt::UniqueConnection);
+    connect(dialog, &QDialog::finished, this, &CMainWindow::onSettingsDialogFinished);
     dialog->open();
 }
 
 void CMainWindow::onSettingsDialogFinished(int result)
 {
+    // The dialog serves every window of the process; it is this one's until it closes.
     CSettingsDIalog *dialog = CurrentObjects::settingsDialog();
+    disconnect(dialog, &QDialog::finished, this, nullptr);
     m_ui->tabWidgetLayout->addWidget(dialog->takeAntennaEditors());
     m_ui->tabWidget->show();
     if (result != QDialog::Accepted)
@@ -80,8 +108,7 @@ void CMainWindow::onSettingsDialogFinished(int result)
     applyIdentity(m_controller->relayBoxId(), CSettings().relayBoxName);
 }
 
-// ---- Labels
-// ---------------------------------------------------------------------------------------------------
+// ---- Labels ----
 
 void CMainWindow::onEditLabelsMenuTriggered(bool c)
 {
@@ -104,26 +131,17 @@ void CMainWindow::takeLabels(const CAntennaLabelEditorDialog &dialog)
 {
     CSettings settings;
     const QList<CAntennaButton *> antennaButtons = m_ui->remoteControlWidget->antennaButtons();
-    const std::vector<CAntennaButton *> antennaCopies = dialog.antennaButtons();
-    for (std::size_t i = 0; i < antennaCopies.size() && i < settings.names.size(); ++i) {
-        const QString caption = antennaCopies[i]->text();
-        antennaButtons[static_cast<int>(i)]->setText(caption);
-        settings.names[i] = nameOfCaption(caption);
-        if (CVextralAntenna *antenna = m_controller->antenna(static_cast<int>(i)))
-            antenna->setName(settings.names[i]);
-    }
-    const QList<CAntennaButton *> radioButtons = m_ui->remoteControlWidget->radioButtons();
-    const std::vector<CAntennaButton *> radioCopies = dialog.radioButtons();
-    for (std::size_t i = 0; i < radioCopies.size() && i < settings.radioNames.size(); ++i) {
-        radioButtons[static_cast<int>(i)]->setText(radioCopies[i]->text());
-        settings.radioNames[i] = radioCopies[i]->text();
-    }
+    takeCaptions(dialog.antennaButtons(), antennaButtons, settings.names);
+    takeCaptions(dialog.radioButtons(), m_ui->remoteControlWidget->radioButtons(), settings.radioNames);
     settings.save();
+    for (CVextralAntenna *antenna : m_controller->antennas()) {
+        if (antenna->index() < antennaButtons.size())
+            antenna->setName(settings.names[antenna->index()]);
+    }
     m_ui->remoteControlWidget->relayout();
 }
 
-// ---- The map image
-// --------------------------------------------------------------------------------------------
+// ---- The map image ----
 
 void CMainWindow::on_pushButton_clicked()
 {
@@ -151,25 +169,15 @@ void CMainWindow::chooseMapImage()
 void CMainWindow::installMapImage(const QString &chosenFile)
 {
     const QFileInfo chosen(chosenFile);
-    const QFileInfo present(mapImagePath());
-    if (!chosen.isFile())
+    if (!chosen.isFile() || !QImageReader(chosenFile).canRead())
         return;
     // The chosen file may be the one in place, which must not be removed before it is copied.
-    if (chosen.canonicalFilePath() == present.canonicalFilePath()) {
-        m_ui->azimuthalWidget->reloadMap();
-        return;
-    }
-    const QString incoming = mapImagePath() + QLatin1String(".new");
-    QFile::remove(incoming);
-    if (!QFile::copy(chosenFile, incoming))
-        return;
-    QFile::remove(mapImagePath());
-    if (QFile::rename(incoming, mapImagePath()))
+    const bool isInPlace = chosen.canonicalFilePath() == QFileInfo(mapImagePath()).canonicalFilePath();
+    if (isInPlace || replaceFile(mapImagePath(), chosenFile))
         m_ui->azimuthalWidget->reloadMap();
 }
 
-// ---- Another relay box
-// ----------------------------------------------------------------------------------------
+// ---- Another relay box ----
 
 void CMainWindow::onRotorRelayBoxIdChanged(int currentValue, int newValue)
 {
@@ -184,6 +192,12 @@ void CMainWindow::onRotorRelayBoxIdChanged(int currentValue, int newValue)
     qDebug("CMainWindow::onRotorRelayBoxIdChanged() - O atual valor [%d] mudou para [%d]", currentValue,
            newValue);
     const CSettings settings = swapRelayBoxSettings(currentValue, newValue);
+    // What is being typed belongs to the box that went.
+    for (auto *editor : findChildren<CAntennaLabelEditorDialog *>())
+        editor->reject();
+    for (auto *memory : findChildren<CMemoryButton *>())
+        memory->abandonEdit();
+    light(nullptr);
     m_controller->close();
     m_controller->applyRotorAssignment(&settings);
     applySettings(settings);

@@ -2,6 +2,7 @@
 #include "ui_mainwindow.h"
 
 #include "antenna/vextralantenna.h"
+#include "device/degrees.h"
 #include "device/vextralremotecontrol.h"
 #include "settings/settings.h"
 #include "widgets/memorybutton.h"
@@ -19,11 +20,8 @@ namespace {
 /// Degrees folded once into 0..359; nothing when one turn does not reach there.
 std::optional<int> foldedAzimuth(int degrees)
 {
-    if (degrees >= 360)
-        degrees -= 360;
-    else if (degrees < 0)
-        degrees += 360;
-    return degrees >= 0 && degrees < 360 ? std::optional<int>(degrees) : std::nullopt;
+    const int folded = foldedDegrees(degrees);
+    return folded >= 0 && folded < 360 ? std::optional<int>(folded) : std::nullopt;
 }
 
 /// What a memory holds; nothing while it carries a label.
@@ -36,65 +34,80 @@ std::optional<int> azimuthOfMemory(const QString &text)
 
 } // namespace
 
+int CMainWindow::memoryPositionOf(const QObject *button) const
+{
+    const auto found = std::find(m_memoryButtons.begin(), m_memoryButtons.end(), button);
+    return found == m_memoryButtons.end() ? -1 : static_cast<int>(found - m_memoryButtons.begin());
+}
+
 void CMainWindow::onMemoryButtonClicked(bool b)
 {
     Q_UNUSED(b)
     auto *memory = qobject_cast<CMemoryButton *>(sender());
-    const auto found = std::find(m_memoryButtons.begin(), m_memoryButtons.end(), memory);
-    if (!memory || found == m_memoryButtons.end())
+    const int position = memoryPositionOf(memory);
+    if (position < 0)
         return;
     if (memory->isLongPressed()) {
         // The press opened the editor; its release is no recall.
         memory->setChecked(!memory->isChecked());
         return;
     }
-    recallMemory(static_cast<int>(found - m_memoryButtons.begin()));
+    recallMemory(position);
 }
 
 void CMainWindow::recallMemory(int position)
 {
     QPushButton *memory = m_memoryButtons[position];
-    const std::optional<int> azimuth = azimuthOfMemory(memory->text());
-    if (!azimuth) {
-        showApproachedMemory(nullptr);
+    if (const std::optional<int> azimuth = azimuthOfMemory(memory->text())) {
+        approach(memory, *azimuth);
+        return;
+    }
+    light(nullptr);
+    if (memory->isVisible())
         QToolTip::showText(
             memory->mapToGlobal(memory->rect().bottomLeft()),
             tr("This memory holds no azimuth yet. Press it for a second and a half to enter one."), memory);
-        return;
-    }
-    const bool turning = turnCurrentAntennaTo(*azimuth);
-    showApproachedMemory(turning ? memory : nullptr);
 }
 
 void CMainWindow::on_plus180Button_clicked()
 {
+    light(nullptr);
     const CVextralAntenna *antenna = m_ui->azimuthalWidget->currentAntenna();
-    if (!antenna) {
-        showApproachedMemory(nullptr);
+    if (!antenna)
         return;
-    }
     const double bearing = antenna->target() >= 0.0 ? antenna->target() : antenna->angle();
-    const std::optional<int> opposite = foldedAzimuth(static_cast<int>(bearing) + 180);
-    const bool turning = opposite && turnCurrentAntennaTo(*opposite);
-    showApproachedMemory(turning ? m_ui->plus180Button : nullptr);
+    if (bearing >= 0.0 && bearing < 360.0)
+        approach(m_ui->plus180Button, foldedDegrees(truncatedDegrees(bearing) + 180));
 }
 
-bool CMainWindow::turnCurrentAntennaTo(int azimuth)
+void CMainWindow::approach(QPushButton *button, int azimuth)
 {
+    light(nullptr);
     CVextralAntenna *antenna = m_ui->azimuthalWidget->currentAntenna();
     if (!antenna)
-        return false;
-    bool started = false;
-    const QMetaObject::Connection watching =
-        connect(m_controller, &CVextralRemoteControl::onStartRotating, this, [&started] { started = true; });
+        return;
+    m_recalled = button;
+    m_recalledAzimuth = azimuth;
     antenna->setTarget(azimuth);
     m_controller->turnAntennaFromCurrentToTarget(antenna);
-    disconnect(watching);
+    if (!antenna->isRotorConnected()) {
+        m_ui->azimuthalWidget->syncDisplays();
+        CSettings::storeAngle(antenna->index(), azimuth);
+    }
     m_ui->azimuthalWidget->update();
-    return started;
 }
 
-void CMainWindow::showApproachedMemory(const QPushButton *approached)
+void CMainWindow::onStartRotating(double angle)
+{
+    // A target that waits for the rotor to rest starts later than it was asked for; another target puts the
+    // lamp out.
+    const CVextralAntenna *antenna = m_ui->azimuthalWidget->currentAntenna();
+    const bool isRecalled = truncatedDegrees(angle) == m_recalledAzimuth;
+    const bool isThere = antenna && truncatedDegrees(antenna->angle()) == m_recalledAzimuth;
+    light(isRecalled && !isThere ? m_recalled : nullptr);
+}
+
+void CMainWindow::light(const QPushButton *approached)
 {
     for (QPushButton *button : m_memoryButtons)
         button->setChecked(button == approached);
@@ -102,11 +115,10 @@ void CMainWindow::showApproachedMemory(const QPushButton *approached)
 
 void CMainWindow::onMemoryValueChanged(int value)
 {
-    auto *memory = qobject_cast<CMemoryButton *>(sender());
-    const auto found = std::find(m_memoryButtons.begin(), m_memoryButtons.end(), memory);
-    if (!memory || found == m_memoryButtons.end())
+    const int position = memoryPositionOf(qobject_cast<CMemoryButton *>(sender()));
+    if (position < 0)
         return;
     CSettings settings;
-    settings.memories[found - m_memoryButtons.begin()] = QString::number(value);
+    settings.memories[position] = QString::number(value);
     settings.save();
 }

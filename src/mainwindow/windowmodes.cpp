@@ -53,6 +53,11 @@ void CMainWindow::applyInterfaceMode(int mode)
         mode = Mini;
     m_ui->remoteFrame->setMaximumHeight(allowsExtended ? remoteFrameMaximumHeight : QWIDGETSIZE_MAX);
 
+    if (mode != Extended && !m_ui->propertiesFrame->isHidden()) {
+        hidePropertiesFrame();
+        storeSize(m_savedSize);
+    }
+
     // Showing and hiding may resize the window, which overwrites the size that is wanted.
     m_interfaceMode = mode;
     QSize size;
@@ -63,8 +68,6 @@ void CMainWindow::applyInterfaceMode(int mode)
         m_ui->propertiesButton->setVisible(mode == Extended);
         m_ui->memoryButtonsFrame->setVisible(mode != SuperMini && hasRotor);
         m_ui->azimuthalWidget->setVisible(allowsExtended && mode != SuperMini);
-        if (mode != Extended)
-            closePropertiesPanel();
     }
 
     m_controller->applyInterfaceMode(mode);
@@ -100,13 +103,18 @@ void CMainWindow::resizeEvent(QResizeEvent *event)
                                         propertiesButtonSide, propertiesButtonSide);
     m_ui->propertiesButton->raise();
 
+    storeSize(size());
+}
+
+void CMainWindow::storeSize(const QSize &size)
+{
     QSize *current = sizeOfMode(m_interfaceMode);
     if (!current)
         return;
-    *current = size();
+    *current = size;
     CSettings settings;
     QSize *const stored[] = {&settings.extendedSize, &settings.miniSize, &settings.superMiniSize};
-    *stored[m_interfaceMode] = size();
+    *stored[m_interfaceMode] = size;
     settings.save();
 }
 
@@ -125,12 +133,12 @@ void CMainWindow::on_hidePropertiesButton_clicked()
 {
     if (m_ui->propertiesFrame->isHidden())
         return;
-    closePropertiesPanel();
+    hidePropertiesFrame();
     if (m_savedSize.isValid())
         resizeSettled(m_savedSize);
 }
 
-void CMainWindow::closePropertiesPanel()
+void CMainWindow::hidePropertiesFrame()
 {
     m_ui->propertiesFrame->setMinimumWidth(0);
     m_ui->propertiesFrame->hide();

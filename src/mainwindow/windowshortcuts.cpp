@@ -47,7 +47,7 @@ QShortcut *CMainWindow::addShortcut(const QString &keys, void (CMainWindow::*slo
     return shortcut;
 }
 
-void CMainWindow::createMemoryShortcuts()
+void CMainWindow::createFixedShortcuts()
 {
     const int memories = static_cast<int>(m_memoryButtons.size()) - 1;
     for (int i = 0; i < memories; ++i) {

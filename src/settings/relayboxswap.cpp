@@ -1,39 +1,54 @@
 #include "settings/relayboxswap.h"
 
+#include <QDateTime>
 #include <QFile>
-#include <QSettings>
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include <optional>
 
 namespace {
 
-/// Copies the settings file to `kept`. True when the present configuration is safe there, or there is none.
+/// The box whose configuration is in the settings file although another one is connected, after an exchange
+/// that failed.
+std::optional<int> boxThatStayed;
+
+/// Puts a whole copy in the place of `target`, in one step: killed at any moment, the program leaves the
+/// former file or the new one. Unbuffered, because a last part that the disk did not take goes unnoticed
+/// otherwise.
+bool copyWhole(const QString &source, const QString &target)
+{
+    QFile from(source);
+    if (!from.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray contents = from.readAll();
+    QSaveFile to(target);
+    return to.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && to.write(contents) == contents.size()
+        && to.commit();
+}
+
+/// True when the present configuration is safe in `kept`, or there is none.
 bool keepPresent(const QString &kept)
 {
     const QString present = CSettings::settingsFilePath();
-    if (!QFile::exists(present))
-        return true;
-    QFile::remove(kept);
-    return QFile::copy(present, kept);
+    return !QFile::exists(present) || copyWhole(present, kept);
 }
 
-/// Lets QSettings see that the file is gone. It remembers a file by size and time of change, and would serve
-/// the old content of another one that agrees in both.
-void forgetRememberedFile()
+/// Makes `wanted` the settings file.
+bool bringBack(const QString &wanted)
 {
-    const QSettings missing(CSettings::settingsFilePath(), QSettings::IniFormat);
-}
-
-/// Puts `wanted` in the place of the settings file, or the present configuration back from `kept`.
-bool bringBack(const QString &wanted, const QString &kept)
-{
-    const QString present = CSettings::settingsFilePath();
-    if (!QFile::exists(wanted))
+    const QString path = CSettings::settingsFilePath();
+    const QDateTime before = QFileInfo(path).lastModified();
+    if (!copyWhole(wanted, path))
         return false;
-    QFile::remove(present);
-    forgetRememberedFile();
-    if (QFile::copy(wanted, present))
-        return true;
-    QFile::copy(kept, present);
-    return false;
+    // QSettings remembers a file by size and time of change, and would serve the old content of another one
+    // that agrees in both.
+    QFile present(path);
+    if (present.open(QIODevice::ReadWrite))
+        present.setFileTime(qMax(before, QDateTime::currentDateTime()).addSecs(1),
+                            QFileDevice::FileModificationTime);
+    CSettings::rememberFile();
+    return true;
 }
 
 /// The present configuration goes over to a box that has none of its own.
@@ -55,13 +70,24 @@ void correctId(int next)
     settings.save();
 }
 
+void stayWith(int owner)
+{
+    qDebug("swapRelayBoxSettings() - the settings could not be exchanged, those of box %d stay", owner);
+    boxThatStayed = owner;
+}
+
 } // namespace
 
 CSettings swapRelayBoxSettings(int current, int next)
 {
-    const QString kept = CSettings::relayBoxFilePath(current);
-    if (keepPresent(kept)) {
-        if (bringBack(CSettings::relayBoxFilePath(next), kept))
+    const int owner = boxThatStayed == CSettings().relayBoxId ? *boxThatStayed : current;
+    boxThatStayed.reset();
+    const QString wanted = CSettings::relayBoxFilePath(next);
+    const bool isKnown = QFileInfo(wanted).isFile();
+    if (owner != next) {
+        if (!keepPresent(CSettings::relayBoxFilePath(owner)) || (isKnown && !bringBack(wanted)))
+            stayWith(owner);
+        else if (isKnown)
             correctId(next);
         else
             carryOver(next);

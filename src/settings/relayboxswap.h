@@ -9,6 +9,7 @@
 ///     settings file gets id and name of `next`             (a new box)
 ///
 /// Returns the settings that stand then. Their relayBoxId is always `next`, even where the file could not be
-/// written, so that the caller never takes a box for another one again and again. Nothing is reported; a
-/// configuration that could not be kept is not replaced.
+/// written, so that the caller never takes a box for another one again and again. A configuration that could
+/// not be kept is not replaced, which is told in the log. Killed at any moment, it leaves a whole settings
+/// file.
 CSettings swapRelayBoxSettings(int current, int next);

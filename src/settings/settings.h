@@ -10,6 +10,9 @@
 /// executable; whoever changes fields calls save() at once. Nothing is kept between loads, so the file is
 /// what all users share.
 ///
+/// The file is replaced as a whole, never written in place. Several copies of the program may share it: of
+/// two changes in one moment the later one wins, and a change by another copy is told in the log.
+///
 /// Element i of colors, enabled, rotorIds, angles and names belongs to antenna i.
 class CSettings
 {
@@ -22,8 +25,14 @@ public:
     CSettings();
 
     void load();
-    /// Writes every key. A file that cannot be written stays as it was.
+    /// Writes every key. A file that cannot be written whole stays as it was, which is told in the log.
     void save() const;
+    /// For whoever replaces the file otherwise, so that the next load does not take it for a foreign change.
+    static void rememberFile();
+
+    /// Load-modify-save of one antenna's direction, in degrees. An antenna that the file has no place for is
+    /// left out.
+    static void storeAngle(int antennaIndex, double degrees);
 
     static QString settingsFilePath();
     /// Where the configuration of a relay box is kept while another box is connected.
@@ -48,4 +57,7 @@ public:
     /// Preset azimuths in whole degrees as text, or the label of a preset that was never set.
     Elements<QString> memories;
     Elements<QString> radioNames;
+
+private:
+    bool writeFile() const;
 };

@@ -6,14 +6,12 @@
 
 #include <vector>
 
-/**
- * Keeps the children of a container, laid out at design size, in place when the container is resized.
- *
- * Each edge of a child is free, or anchored to the container's near (left, top) or far (right, bottom)
- * side; or the whole child scales with the container. Rectangles are in container pixels. The owner calls
- * relayout() from the container's resize handling; container and children belong to others, and a child
- * that died is skipped.
- */
+/// Keeps the children of a container, laid out at design size, in place when the container is resized.
+///
+/// Each edge of a child is free, or anchored to the container's near (left, top) or far (right, bottom) side;
+/// or the whole child scales with the container. Rectangles are in container pixels. The owner calls
+/// relayout() from the container's resize handling; container and children belong to others, and a child that
+/// died is skipped.
 class C4SAnchorLayout
 {
 public:

@@ -3,7 +3,7 @@
 namespace {
 
 // %1 text, %2 inner and %3 outer colour of the glow
-const char kSheet[] =
+const char sheet[] =
     "QPushButton{color: #999999;border: 1px solid #222222;border-radius: 11px;padding: 5px;"
     "background: qradialgradient(cx: 0.3, cy: -0.4,fx: 0.3, fy: -0.4,radius: 1.35, stop: 0 #888888, stop: 1 "
     "#000000);}"
@@ -13,13 +13,13 @@ const char kSheet[] =
 
 QString glowSheet(const QColor &glow)
 {
-    return QString::fromLatin1(kSheet).arg(QStringLiteral("#333"), glow.name(), QStringLiteral("#333333"));
+    return QString::fromLatin1(sheet).arg(QStringLiteral("#333"), glow.name(), QStringLiteral("#333333"));
 }
 
 QString redSheet()
 {
-    return QString::fromLatin1(kSheet).arg(QStringLiteral("#ffffff"), QStringLiteral("#ff0000"),
-                                           QStringLiteral("#330000"));
+    return QString::fromLatin1(sheet).arg(QStringLiteral("#ffffff"), QStringLiteral("#ff0000"),
+                                          QStringLiteral("#330000"));
 }
 
 } // namespace

@@ -3,12 +3,10 @@
 #include <QColor>
 #include <QPushButton>
 
-/**
- * Round, dark, glossy selection button that glows when checked: in its own colour, or red with white text.
- *
- * It draws itself by style sheet only. The glow asks for a minimum width of 80 px, which counts in a
- * layout; place the button by geometry where it must keep its size.
- */
+/// Round, dark, glossy selection button that glows when checked: in its own colour, or red with white text.
+///
+/// It draws itself by style sheet only. The glow asks for a minimum width of 80 px, which counts in a layout;
+/// place the button by geometry where it must keep its size.
 class CAntennaButton : public QPushButton
 {
     Q_OBJECT

@@ -7,6 +7,12 @@
 namespace AzimuthalAnimation {
 
 constexpr int tickMs = 88;
+
+/// How many ticks a time has, so that a turn can be drawn to take as long.
+constexpr double ticksIn(int milliseconds)
+{
+    return milliseconds / static_cast<double>(tickMs);
+}
 /// The step while nothing turns.
 constexpr double restingStep = 0.5;
 

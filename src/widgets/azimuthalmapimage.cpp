@@ -29,6 +29,9 @@ AzimuthalMapImage::Piece shrunkPiece(const QImage &image, const QRectF &target, 
     const QPoint origin(qRound(target.x() * pixelRatio), qRound(target.y() * pixelRatio));
     const QRectF visiblePixels(visible.topLeft() * pixelRatio, visible.size() * pixelRatio);
     const QRect crop = visiblePixels.toAlignedRect().intersected(QRect(origin, pixels));
+    // Smaller than a pixel, the piece may round to beside what is visible.
+    if (crop.isEmpty())
+        return {};
     const QRectF shown(QPointF(crop.topLeft()) / pixelRatio, QSizeF(crop.size()) / pixelRatio);
     return {whole.copy(crop.translated(-origin)), QRectF(QPointF(), crop.size()), shown, false};
 }

@@ -2,17 +2,17 @@
 
 namespace {
 
-constexpr int kNoFontSize = -1;
-constexpr int kRoomyPadding = 5;
-constexpr int kTightPadding = 1; // small panel buttons carry an explicit font size
+constexpr int noFontSize = -1;
+constexpr int roomyPadding = 5;
+constexpr int tightPadding = 1; // small panel buttons carry an explicit font size
 
 // %1 radius, %2 font rule or nothing, %3 lit text colour, %4 lit padding, %5 lit background
-const char kSheet[] =
+const char sheet[] =
     "QPushButton{\t\tcolor: #999999;\t\tborder: 1px solid #999999;\t\tborder-radius: %1px;"
     "\t\tbackground-color: transparent;%2}"
     "   QPushButton:checked{\t\tcolor: %3;\t\tborder: 1px solid #ff3030;\t\tborder-radius: %1px;"
     "\t\tpadding: %4px;\t\tbackground: %5;\t\tmin-width: 80px;%2}";
-const char kFontRule[] = "\t\tfont-size: %1px;";
+const char fontSizeRule[] = "\t\tfont-size: %1px;";
 
 } // namespace
 
@@ -50,9 +50,9 @@ void CLedButton::setTextColor(const QColor &color)
 
 void CLedButton::rebuildStyleSheet()
 {
-    const bool ownFontSize = m_fontSize != kNoFontSize;
-    const QString fontRule = ownFontSize ? QString::fromLatin1(kFontRule).arg(m_fontSize) : QString();
-    const int padding = ownFontSize ? kTightPadding : kRoomyPadding;
-    setStyleSheet(QString::fromLatin1(kSheet).arg(QString::number(m_radius), fontRule, m_textColor.name(),
-                                                  QString::number(padding), m_backgroundColor.name()));
+    const bool ownFontSize = m_fontSize != noFontSize;
+    const QString fontRule = ownFontSize ? QString::fromLatin1(fontSizeRule).arg(m_fontSize) : QString();
+    const int padding = ownFontSize ? tightPadding : roomyPadding;
+    setStyleSheet(QString::fromLatin1(sheet).arg(QString::number(m_radius), fontRule, m_textColor.name(),
+                                                 QString::number(padding), m_backgroundColor.name()));
 }

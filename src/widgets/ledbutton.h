@@ -3,12 +3,10 @@
 #include <QColor>
 #include <QPushButton>
 
-/**
- * Checkable indicator button: a thin grey outline when dark, filled with its colour when lit (checked).
- *
- * It draws itself by style sheet only. Sizes are pixels. The lit state asks for a minimum width of 80 px,
- * which counts in a layout; place the button by geometry where it must keep its size.
- */
+/// Checkable indicator button: a thin grey outline when dark, filled with its colour when lit (checked).
+///
+/// It draws itself by style sheet only. Sizes are pixels. The lit state asks for a minimum width of 80 px,
+/// which counts in a layout; place the button by geometry where it must keep its size.
 class CLedButton : public QPushButton
 {
     Q_OBJECT

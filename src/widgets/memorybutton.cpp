@@ -4,11 +4,11 @@
 
 namespace {
 
-constexpr int kLongPressMs = 1500;
-constexpr int kEditorHeight = 20;
+constexpr int longPressMs = 1500;
+constexpr int editorHeight = 20;
 
-const char kSheet[] = "font-size: 14px; font-weight: bold;";
-const char kReadOnlyAddition[] = " background-color: white";
+const char sheet[] = "font-size: 14px; font-weight: bold;";
+const char readOnlyAddition[] = " background-color: white";
 
 } // namespace
 
@@ -25,14 +25,14 @@ void CMemoryButton::setReadOnlyLook(bool on)
 {
     m_readOnlyLook = on;
     setEnabled(!on);
-    setStyleSheet(QLatin1String(kSheet) + QLatin1String(on ? kReadOnlyAddition : ""));
+    setStyleSheet(QLatin1String(sheet) + QLatin1String(on ? readOnlyAddition : ""));
 }
 
 void CMemoryButton::mousePressEvent(QMouseEvent *event)
 {
     if (!m_locked) {
         m_longPressed = false;
-        m_longPressTimer.start(kLongPressMs);
+        m_longPressTimer.start(longPressMs);
     }
     QPushButton::mousePressEvent(event);
 }
@@ -46,7 +46,7 @@ void CMemoryButton::mouseReleaseEvent(QMouseEvent *event)
 void CMemoryButton::resizeEvent(QResizeEvent *event)
 {
     QPushButton::resizeEvent(event);
-    m_editor->setGeometry(0, 0, width(), kEditorHeight);
+    m_editor->setGeometry(0, 0, width(), editorHeight);
 }
 
 void CMemoryButton::timeout()
@@ -58,6 +58,13 @@ void CMemoryButton::timeout()
     m_editor->setValue(text().toInt());
     m_editor->selectAll();
     m_editor->setFocus(Qt::OtherFocusReason);
+}
+
+void CMemoryButton::abandonEdit()
+{
+    m_longPressTimer.stop();
+    m_editing = false;
+    m_editor->hide();
 }
 
 void CMemoryButton::onSpinBoxLeave()

@@ -5,14 +5,12 @@
 
 class CMemoryButtonSpinEdit;
 
-/**
- * Button for a stored azimuth, whose text is the azimuth in whole degrees.
- *
- *     idle --press--> timing --release--> idle (a click)
- *                     timing --1.5 s----> editing --Return, Enter, focus lost--> idle (value reported)
- *
- * The editor is a child that lies over the top of the button. A text that is no number opens it at 0.
- */
+/// Button for a stored azimuth, whose text is the azimuth in whole degrees.
+///
+///     idle --press--> timing --release--> idle (a click)
+///                     timing --1.5 s----> editing --Return, Enter, focus lost--> idle (value reported)
+///
+/// The editor is a child that lies over the top of the button. A text that is no number opens it at 0.
 class CMemoryButton : public QPushButton
 {
     Q_OBJECT
@@ -28,6 +26,8 @@ public:
 
     /// The last press opened the editor, so its release is no request to recall the value.
     bool isLongPressed() const { return m_longPressed; }
+    /// Closes an open editor without taking its value.
+    void abandonEdit();
 
 signals:
     /// The operator left the editor; value is 0..359 degrees and already the button's text.

@@ -7,15 +7,15 @@
 
 namespace {
 
-constexpr QColor kFaceLight(70, 70, 70);
-constexpr QColor kFaceEdge(40, 40, 40);
-constexpr QColor kInnerFill(40, 40, 40);
-constexpr QColor kInnerEdge(60, 60, 60);
-constexpr QColor kPointerColor(130, 130, 130, 140);
+constexpr QColor faceLight(70, 70, 70);
+constexpr QColor faceEdge(40, 40, 40);
+constexpr QColor innerFill(40, 40, 40);
+constexpr QColor innerEdge(60, 60, 60);
+constexpr QColor pointerColor(130, 130, 130, 140);
 
-constexpr int kInnerInset = 3;
-constexpr int kInnerTop = 4; // one pixel lower than the inset: a bevel
-constexpr int kPointerStart = 4;
+constexpr int innerInset = 3;
+constexpr int innerTop = 4; // one pixel lower than the inset: a bevel
+constexpr int pointerStart = 4;
 
 QString describedValue(int value)
 {
@@ -62,7 +62,7 @@ QRect CRotationDialWidget::knobRect(const QSize &size)
 
 QLine CRotationDialWidget::pointerLine(int diameter)
 {
-    return {kPointerStart, kPointerStart, diameter / 4, diameter / 4};
+    return {pointerStart, pointerStart, diameter / 4, diameter / 4};
 }
 
 int CRotationDialWidget::draggedValue(int startValue, int dy)
@@ -125,9 +125,9 @@ void CRotationDialWidget::paintEvent(QPaintEvent *)
 void CRotationDialWidget::paintBackground(QPainter &painter, int diameter) const
 {
     QLinearGradient face(0, 0, width() - 1, height() - 1);
-    face.setColorAt(0, kFaceLight);
+    face.setColorAt(0, faceLight);
     face.setColorAt(1, Qt::black);
-    painter.setPen(kFaceEdge);
+    painter.setPen(faceEdge);
     painter.setBrush(face);
     painter.drawEllipse(0, 0, diameter, diameter);
     painter.setPen(QPen(Qt::black, 1));
@@ -137,14 +137,14 @@ void CRotationDialWidget::paintBackground(QPainter &painter, int diameter) const
 
 void CRotationDialWidget::paintInnerDisc(QPainter &painter, int diameter) const
 {
-    painter.setPen(QPen(kInnerEdge, 2));
-    painter.setBrush(kInnerFill);
-    painter.drawEllipse(kInnerInset, kInnerTop, diameter - 2 * kInnerInset, diameter - 2 * kInnerInset);
+    painter.setPen(QPen(innerEdge, 2));
+    painter.setBrush(innerFill);
+    painter.drawEllipse(innerInset, innerTop, diameter - 2 * innerInset, diameter - 2 * innerInset);
 }
 
 void CRotationDialWidget::paintPointer(QPainter &painter, int diameter) const
 {
-    painter.setPen(QPen(kPointerColor, 2));
+    painter.setPen(QPen(pointerColor, 2));
     painter.translate(diameter / 2, diameter / 2);
     painter.rotate(m_value);
     painter.drawLine(pointerLine(diameter));

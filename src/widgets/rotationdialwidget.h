@@ -5,13 +5,11 @@
 #include <QRect>
 #include <QWidget>
 
-/**
- * Round knob that the operator drags up and down to set an azimuth, one degree per pixel.
- *
- * Values are whole compass degrees. The knob sits at the top of the widget, centred, and shows relative
- * movement only: its pointer turns clockwise with the value, but value 0 points down and to the right.
- * Values set by the program are stored as given, without a repaint.
- */
+/// Round knob that the operator drags up and down to set an azimuth, one degree per pixel.
+///
+/// Values are whole compass degrees. The knob sits at the top of the widget, centred, and shows relative
+/// movement only: its pointer turns clockwise with the value, but value 0 points down and to the right.
+/// Values set by the program are stored as given, without a repaint.
 class CRotationDialWidget : public QWidget
 {
     Q_OBJECT

@@ -10,19 +10,19 @@
 
 namespace {
 
-constexpr QColor kFrameColor(60, 60, 60);
-constexpr QColor kHighlightedColor(255, 153, 0);
-constexpr QColor kPlainColor(102, 102, 102);
-constexpr QColor kDisabledColor(51, 51, 51);
+constexpr QColor frameColor(60, 60, 60);
+constexpr QColor highlightedColor(255, 153, 0);
+constexpr QColor plainColor(102, 102, 102);
+constexpr QColor disabledColor(51, 51, 51);
 
-constexpr int kDigits = 3;
-constexpr int kCornerRadius = 10;
-constexpr int kTextTop = -8;
-constexpr int kTextExtraHeight = 10;
-constexpr int kFontExtraHeight = 12;
-constexpr double kHeightToPointShift = 4.9;
+constexpr int digitCount = 3;
+constexpr int cornerRadius = 10;
+constexpr int textTop = -8;
+constexpr int textExtraHeight = 10;
+constexpr int fontExtraHeight = 12;
+constexpr double heightToPointShift = 4.9;
 
-constexpr int kWheelPauseMs = 1000;
+constexpr int wheelPauseMs = 1000;
 
 // Qt registers the same file anew on every call, hence once for all displays.
 QFont digitalFont()
@@ -88,12 +88,12 @@ void CRotationDigitalDisplayWidget::setEditing(bool editing)
 
 QRect CRotationDigitalDisplayWidget::digitRect(const QSize &size, int digit)
 {
-    return {0, kTextTop, size.width() / kDigits * digit, size.height() + kTextExtraHeight};
+    return {0, textTop, size.width() / digitCount * digit, size.height() + textExtraHeight};
 }
 
 QRect CRotationDigitalDisplayWidget::pointRect(const QSize &size, int digit)
 {
-    return digitRect(size, digit).translated(int(size.height() / kHeightToPointShift), 0);
+    return digitRect(size, digit).translated(int(size.height() / heightToPointShift), 0);
 }
 
 int CRotationDigitalDisplayWidget::steppedValue(int value, bool up, bool byTens)
@@ -112,6 +112,9 @@ void CRotationDigitalDisplayWidget::mousePressEvent(QMouseEvent *event)
         m_pressPosition = mapToGlobal(mousePosition(event));
         setEditing(true);
         emit onRotationStarted();
+        // What listens may ask the box, and the release may come meanwhile.
+        if (m_mouseMode != LeftHeld)
+            setEditing(m_wheelTimer.isActive());
     } else if (event->button() == Qt::MiddleButton) {
         m_mouseMode = MiddleHeld;
     }
@@ -150,7 +153,7 @@ void CRotationDigitalDisplayWidget::wheelEvent(QWheelEvent *event)
     else
         emit onRotationStarted();
     update();
-    m_wheelTimer.start(kWheelPauseMs);
+    m_wheelTimer.start(wheelPauseMs);
 }
 
 void CRotationDigitalDisplayWidget::onWheelTimerCheck()
@@ -173,6 +176,7 @@ void CRotationDigitalDisplayWidget::paintEvent(QPaintEvent *)
 CRotationDigitalDisplayWidget::Look CRotationDigitalDisplayWidget::look() const
 {
     Look look;
+    look.font = font();
     look.size = size();
     look.pixelRatio = devicePixelRatioF();
     look.digits = digits();
@@ -196,8 +200,8 @@ QPixmap CRotationDigitalDisplayWidget::drawn(const Look &look) const
 void CRotationDigitalDisplayWidget::paintPanel(QPainter &painter, const Look &look)
 {
     QPainterPath panel;
-    panel.addRoundedRect(QRect(QPoint(), look.size), kCornerRadius, kCornerRadius);
-    painter.setPen(QPen(kFrameColor, 2));
+    panel.addRoundedRect(QRect(QPoint(), look.size), cornerRadius, cornerRadius);
+    painter.setPen(QPen(frameColor, 2));
     painter.setBrush(Qt::black);
     painter.drawPath(panel);
 }
@@ -205,10 +209,10 @@ void CRotationDigitalDisplayWidget::paintPanel(QPainter &painter, const Look &lo
 void CRotationDigitalDisplayWidget::paintDigits(QPainter &painter, const Look &look) const
 {
     QFont digitFont = font();
-    digitFont.setPixelSize(look.size.height() + kFontExtraHeight);
+    digitFont.setPixelSize(look.size.height() + fontExtraHeight);
     painter.setFont(digitFont);
     painter.setPen(look.color);
-    for (int digit = 1; digit <= kDigits; ++digit) {
+    for (int digit = 1; digit <= digitCount; ++digit) {
         painter.drawText(digitRect(look.size, digit), Qt::AlignRight, look.digits.mid(digit - 1, 1));
         if (look.withPoints)
             painter.drawText(pointRect(look.size, digit), Qt::AlignRight, QStringLiteral("."));
@@ -223,6 +227,6 @@ QString CRotationDigitalDisplayWidget::digits() const
 QColor CRotationDigitalDisplayWidget::digitColor() const
 {
     if (!isEnabled())
-        return kDisabledColor;
-    return m_highlighted ? kHighlightedColor : kPlainColor;
+        return disabledColor;
+    return m_highlighted ? highlightedColor : plainColor;
 }

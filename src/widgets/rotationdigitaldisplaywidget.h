@@ -1,22 +1,21 @@
 #pragma once
 
 #include <QColor>
+#include <QFont>
 #include <QPixmap>
 #include <QRect>
 #include <QString>
 #include <QTimer>
 #include <QWidget>
 
-/**
- * Shows an azimuth as three seven-segment digits, "000" to "359", and lets the operator dial it by wheel.
- *
- *     idle --left press--> held --release--> idle, reporting a value that differs from the one at the press
- *     idle --wheel--> dialling, prolonged by every step --1 s without a step--> idle, reporting the value
- *
- * Values are whole compass degrees. While the operator is changing one, unforced sets are ignored, so the
- * polled angle never fights the operator. The middle button makes the wheel step in tens.
- * Setting a value neither repaints nor emits.
- */
+/// Shows an azimuth as three seven-segment digits, "000" to "359", and lets the operator dial it by wheel.
+///
+///     idle --left press--> held --release--> idle, reporting a value that differs from the one at the press
+///     idle --wheel--> dialling, prolonged by every step --1 s without a step--> idle, reporting the value
+///
+/// Values are whole compass degrees. While the operator is changing one, unforced sets are ignored, so the
+/// polled angle never fights the operator. The middle button makes the wheel step in tens. Setting a value
+/// neither repaints nor emits.
 class CRotationDigitalDisplayWidget : public QWidget
 {
     Q_OBJECT
@@ -69,6 +68,7 @@ private:
     /// Everything that the picture shows.
     struct Look
     {
+        QFont font;
         QSize size;
         qreal pixelRatio = 0.0;
         QString digits;
@@ -77,8 +77,8 @@ private:
 
         bool operator==(const Look &other) const
         {
-            return size == other.size && pixelRatio == other.pixelRatio && digits == other.digits
-                && color == other.color && withPoints == other.withPoints;
+            return font == other.font && size == other.size && pixelRatio == other.pixelRatio
+                && digits == other.digits && color == other.color && withPoints == other.withPoints;
         }
     };
 

@@ -6,10 +6,10 @@
 
 namespace {
 
-constexpr int kStripCells = 3;
-constexpr int kStripRadius = 4;
-constexpr int kCellRadius = 2;
-constexpr int kCellGap = 3;
+constexpr int stripCells = 3;
+constexpr int stripRadius = 4;
+constexpr int cellRadius = 2;
+constexpr int cellGap = 3;
 
 QString cellText(int cell)
 {
@@ -61,12 +61,12 @@ void CRotorSelectorWidget::select(int cell)
 
 QRect CRotorSelectorWidget::stripRect(int cellSize)
 {
-    return {0, 0, kStripCells * cellSize, cellSize};
+    return {0, 0, stripCells * cellSize, cellSize};
 }
 
 QRect CRotorSelectorWidget::cellRect(int cellSize, int cell)
 {
-    return {cellSize * cell + 1, 1, cellSize - kCellGap, cellSize - kCellGap};
+    return {cellSize * cell + 1, 1, cellSize - cellGap, cellSize - cellGap};
 }
 
 void CRotorSelectorWidget::mousePressEvent(QMouseEvent *event)
@@ -84,7 +84,7 @@ void CRotorSelectorWidget::paintEvent(QPaintEvent *)
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(Qt::black);
-    painter.drawRoundedRect(stripRect(m_cellSize), kStripRadius, kStripRadius);
+    painter.drawRoundedRect(stripRect(m_cellSize), stripRadius, stripRadius);
     for (int cell = 0; cell <= m_count; ++cell)
         paintCell(painter, cell);
 }
@@ -95,7 +95,7 @@ void CRotorSelectorWidget::paintCell(QPainter &painter, int cell) const
     const bool selected = cell == m_selection;
     painter.setPen(selected ? Qt::cyan : Qt::darkCyan);
     painter.setBrush(selected && cell > 0 ? QBrush(Qt::white) : QBrush(Qt::NoBrush));
-    painter.drawRoundedRect(outline, kCellRadius, kCellRadius);
+    painter.drawRoundedRect(outline, cellRadius, cellRadius);
     painter.setPen(cellTextColor(cell, selected));
     painter.drawText(outline, Qt::AlignHCenter, cellText(cell));
 }

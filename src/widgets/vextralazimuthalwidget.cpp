@@ -1,6 +1,7 @@
 #include "widgets/vextralazimuthalwidget.h"
 
 #include "antenna/vextralantenna.h"
+#include "device/degrees.h"
 #include "device/vextralremotecontrol.h"
 #include "settings/settings.h"
 #include "widgets/azimuthalanimation.h"
@@ -36,21 +37,6 @@ CVextralAntenna *antennaOf(const QObject *display)
                    : nullptr;
 }
 
-/// Bounded before the cast, which is undefined for numbers beyond an int.
-int wholeDegrees(double angle)
-{
-    return std::isfinite(angle) ? static_cast<int>(std::clamp(angle, -1e6, 1e6)) : 0;
-}
-
-void saveAngle(int index, double angle)
-{
-    if (index < 0 || index >= CSettings::elementCount)
-        return;
-    CSettings settings;
-    settings.angles[index] = angle;
-    settings.save();
-}
-
 } // namespace
 
 CVextralAzimuthalWidget::CVextralAzimuthalWidget(QWidget *parent)
@@ -65,7 +51,7 @@ CVextralAzimuthalWidget::CVextralAzimuthalWidget(QWidget *parent)
 
 CVextralAzimuthalWidget::~CVextralAzimuthalWidget() = default;
 
-// ---- Antennas and their displays --------------------------------------------------------------------------
+// ---- Antennas and their displays ----
 
 void CVextralAzimuthalWidget::addAntenna(CVextralAntenna *antenna)
 {
@@ -172,13 +158,13 @@ void CVextralAzimuthalWidget::syncDisplays()
     if (m_displays.size() != m_antennas.size())
         return;
     for (std::size_t i = 0; i < m_antennas.size(); ++i) {
-        m_displays[i]->setValue(wholeDegrees(m_antennas[i]->angle()), false);
+        m_displays[i]->setValue(truncatedDegrees(m_antennas[i]->angle()), false);
         m_displays[i]->update();
     }
     updateDescription();
 }
 
-// ---- The current antenna ----------------------------------------------------------------------------------
+// ---- The current antenna ----
 
 void CVextralAzimuthalWidget::setCurrentAntenna(CVextralAntenna *antenna)
 {
@@ -257,15 +243,16 @@ bool CVextralAzimuthalWidget::takeOver(CVextralAntenna *antenna, CRotationDigita
 
 void CVextralAzimuthalWidget::updateDescription()
 {
-    const QString text = m_currentAntenna ? tr("Current antenna: %1, azimuth %2 degrees")
-                                                .arg(m_currentAntenna->name(),
-                                                     QString::number(wholeDegrees(m_currentAntenna->angle())))
-                                          : tr("No current antenna");
+    const QString text =
+        m_currentAntenna
+            ? tr("Current antenna: %1, azimuth %2 degrees")
+                  .arg(m_currentAntenna->name(), QString::number(truncatedDegrees(m_currentAntenna->angle())))
+            : tr("No current antenna");
     if (text != accessibleDescription())
         setAccessibleDescription(text);
 }
 
-// ---- What the operator does -------------------------------------------------------------------------------
+// ---- What the operator does ----
 
 void CVextralAzimuthalWidget::onRotationStarted()
 {
@@ -295,7 +282,7 @@ void CVextralAzimuthalWidget::onRotationChanged(int rotation)
     if (antenna->controller())
         antenna->controller()->onRotationTargetChanged(rotation);
     if (!antenna->isRotorConnected())
-        saveAngle(antenna->index(), rotation);
+        CSettings::storeAngle(antenna->index(), rotation);
     updateDescription();
 }
 
@@ -327,7 +314,7 @@ void CVextralAzimuthalWidget::setTargetOfCurrent(int angle)
     emit onAntennaTargetChanged(m_currentAntenna);
 }
 
-// ---- Animation --------------------------------------------------------------------------------------------
+// ---- Animation ----
 
 void CVextralAzimuthalWidget::setAnimationTicks(double ticks)
 {
@@ -374,7 +361,7 @@ void CVextralAzimuthalWidget::animate()
         stopAnimation();
 }
 
-// ---- Looks ------------------------------------------------------------------------------------------------
+// ---- Looks ----
 
 void CVextralAzimuthalWidget::setZoom(double zoom)
 {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "widgets/azimuthalanimation.h"
+
 #include <QColor>
 #include <QImage>
 #include <QPointer>
@@ -113,7 +115,7 @@ private:
 
     QPointer<CVextralRemoteControl> m_controller;
     int m_interfaceMode = 1;
-    double m_animationTicks = 1500 / 88.0;
+    double m_animationTicks = AzimuthalAnimation::ticksIn(1500);
     double m_animationStep = 0.5;
     QTimer m_animationTimer;
     QPointer<CVextralAntenna> m_animatedAntenna;

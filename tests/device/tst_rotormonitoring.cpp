@@ -330,6 +330,22 @@ void TestRotorMonitoring::aTargetTurnsTheRotorOrMovesAFixedAntenna()
     station.controller.turnAntennaFromCurrentToTarget(station.antenna(2));
     QCOMPARE(station.antenna(2)->angle(), 123.0);
     station.controller.turnAntennaFromCurrentToTarget(nullptr);
+
+    // While the rotor is selected, a poll drops the target, or the operator chooses another one.
+    station.controller.statuses = {ScriptedController::status(0)};
+    station.antenna(0)->setTarget(200.0);
+    station.controller.duringStatus = [&station] { station.antenna(0)->clearTarget(); };
+    station.controller.turnAntennaFromCurrentToTarget(station.antenna(0));
+    QCOMPARE(station.controller.sent.join(QLatin1Char(' ')), QStringLiteral("K0 M200"));
+    station.controller.sent.clear();
+    station.controller.duringStatus = [&station] {
+        station.antenna(0)->setTarget(90.0);
+        station.controller.turnAntennaFromCurrentToTarget(station.antenna(0));
+    };
+    station.controller.turnAntennaFromCurrentToTarget(station.antenna(0));
+    QCOMPARE(station.controller.sent.join(QLatin1Char(' ')), QStringLiteral("K0 K0 M90"));
+    station.controller.sent.clear();
+
     ScriptedController stranger;
     station.antenna(3)->setTarget(9.0);
     stranger.turnAntennaFromCurrentToTarget(station.antenna(3));

@@ -6,6 +6,9 @@
 #include <QList>
 #include <QStringList>
 
+#include <functional>
+#include <utility>
+
 /// A controller without a line: statuses and angles come from scripts, and what would go out is noted. A
 /// script that has run out repeats its last entry.
 class ScriptedController : public CVextralRemoteControl
@@ -37,6 +40,8 @@ public:
     CDeviceStatus getStatus() override
     {
         sent << QStringLiteral("K0");
+        if (const std::function<void()> pumped = std::exchange(duringStatus, nullptr))
+            pumped();
         return next(statuses);
     }
     double getCurrentAngle() override { return next(angles); }
@@ -73,6 +78,8 @@ public:
 
     QList<CDeviceStatus> statuses{CDeviceStatus()};
     QList<double> angles{-1.0};
+    /// What the next status read finds in the event loop.
+    std::function<void()> duringStatus;
     QStringList sent;
     QStringList openedPorts;
     int radios = 0;

@@ -2,112 +2,16 @@
 #include "antenna/vextralantennaui.h"
 #include "app/resources.h"
 #include "device/vextralremotecontrol.h"
-#include "mainwindow/currentobjects.h"
-#include "mainwindow/mainwindow.h"
-#include "settings/settings.h"
-#include "simbox/ptyline.h"
 #include "simbox/traffictext.h"
+#include "support/station.h"
 #include "widgets/antennabutton.h"
 #include "widgets/ledbutton.h"
 #include "widgets/vextralremotecontrolwidget.h"
 
 #include <QApplication>
-#include <QDir>
+#include <QDialog>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QTest>
-
-#include <memory>
-
-namespace {
-
-constexpr int noPollsMs = 3600 * 1000;
-
-QString boxLink()
-{
-    return QCoreApplication::applicationDirPath() + QStringLiteral("/box");
-}
-
-/// The program's window on a simulated stack switch, as an operator sees and hears it. After settle() polls
-/// come from poll() alone, so that the dialogue on the line is the same on every run.
-class Station
-{
-public:
-    Station() : line(boxLink()) { line.start(); }
-
-    void startProgram() { m_window = std::make_unique<CMainWindow>(); }
-    void show()
-    {
-        m_window->show();
-        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
-    }
-    void closeProgram()
-    {
-        m_window->close();
-        m_window.reset();
-    }
-
-    void settle()
-    {
-        controller()->stopMonitoring();
-        controller()->setMonitorInterval(noPollsMs);
-        controller()->startMonitoring();
-        line.clearReceived();
-    }
-
-    void poll() { controller()->monitore(); }
-
-    /// What the box heard since the last call.
-    QString heard()
-    {
-        const QString text = QString::fromLatin1(line.commands().join(' '));
-        line.clearReceived();
-        return text;
-    }
-
-    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
-    {
-        QTest::keyClick(m_window.get(), key, modifiers);
-    }
-
-    template <typename Button>
-    static void click(Button *button)
-    {
-        QTest::mouseClick(button, Qt::LeftButton);
-    }
-
-    /// The lamps: receive ports, transmit lines, POWER.
-    QString shown()
-    {
-        QString text = QStringLiteral("RX ");
-        for (const CAntennaButton *button : panel()->antennaButtons())
-            text += button->isChecked() ? QLatin1Char('1') : QLatin1Char('0');
-        text += QStringLiteral(" TX ");
-        for (const CLedButton *button : panel()->txButtons())
-            text += button->isChecked() ? QLatin1Char('1') : QLatin1Char('0');
-        return text
-             + (panel()->powerIndicator()->isChecked() ? QStringLiteral(" POWER") : QStringLiteral(" -"));
-    }
-
-    CMainWindow *window() { return m_window.get(); }
-    CVextralRemoteControl *controller() { return CurrentObjects::controller(); }
-    CVextralRemoteControlWidget *panel()
-    {
-        return m_window->findChild<CVextralRemoteControlWidget *>(QStringLiteral("remoteControlWidget"));
-    }
-    template <typename Widget>
-    Widget *get(const char *name)
-    {
-        return m_window->findChild<Widget *>(QLatin1String(name));
-    }
-
-    PtyLine line;
-
-private:
-    std::unique_ptr<CMainWindow> m_window;
-};
-
-} // namespace
 
 class TestOperatorSession : public QObject
 {
@@ -115,7 +19,7 @@ class TestOperatorSession : public QObject
 
 private slots:
     void initTestCase() { initResources(); }
-    void init();
+    void init() { Station::writeFreshSettings(); }
 
     void theFirstConnectionSynchronisesAndThenPolls();
     void aSessionFromStartToStart();
@@ -123,17 +27,6 @@ private slots:
     void aLineThatGoesAwayComesBack();
     void withoutAPortTheWindowIsSafeToUse();
 };
-
-void TestOperatorSession::init()
-{
-    QDir folder(QCoreApplication::applicationDirPath());
-    const QStringList files = folder.entryList({QStringLiteral("VextralRemoteControl.ini*")});
-    for (const QString &file : files)
-        folder.remove(file);
-    CSettings settings;
-    settings.comPortName = boxLink();
-    settings.save();
-}
 
 void TestOperatorSession::theFirstConnectionSynchronisesAndThenPolls()
 {
@@ -177,7 +70,7 @@ void TestOperatorSession::aSessionFromStartToStart()
     QCOMPARE(station.heard(), QStringLiteral("K0"));
     QCOMPARE(station.shown(), QStringLiteral("RX 0101 TX 1000 POWER"));
     QCOMPARE(station.panel()->powerIndicator()->toolTip(),
-             QStringLiteral("Connected through %1.").arg(boxLink()));
+             QStringLiteral("Connected through %1.").arg(Station::boxLink()));
     station.press(Qt::Key_F2);
     station.press(Qt::Key_F5);
     station.line.withBox(
@@ -258,7 +151,7 @@ void TestOperatorSession::theLineMisbehavesAndPowerTellsTheTruth()
         station.line.setFault(fault, 1);
         station.poll();
         QCOMPARE(station.shown(), QStringLiteral("RX 1000 TX 0000 -"));
-        QVERIFY(station.panel()->powerIndicator()->toolTip().contains(QStringLiteral("has not answered")));
+        QVERIFY(station.panel()->powerIndicator()->toolTip().contains(QStringLiteral("answer")));
         station.poll(); // a broken line may still lead the next reply
         station.poll();
         QCOMPARE(station.shown(), QStringLiteral("RX 1000 TX 0000 POWER"));
@@ -282,8 +175,9 @@ void TestOperatorSession::aLineThatGoesAwayComesBack()
     QTRY_COMPARE_WITH_TIMEOUT(station.shown(), QStringLiteral("RX 0000 TX 0000 POWER"), 4000);
     station.line.hangUp();
     QTRY_COMPARE(station.shown(), QStringLiteral("RX 0000 TX 0000 -"));
-    QCOMPARE(station.panel()->powerIndicator()->toolTip(),
-             QStringLiteral("%1 went away. It is opened again as soon as it is back.").arg(boxLink()));
+    QCOMPARE(
+        station.panel()->powerIndicator()->toolTip(),
+        QStringLiteral("%1 went away. It is opened again as soon as it is back.").arg(Station::boxLink()));
     station.press(Qt::Key_F1); // goes nowhere, and is not sent later
     station.line.clearReceived();
     station.line.withBox([](SimulatedBox &box) { box.setTransmitLine(1, true); });
@@ -296,9 +190,7 @@ void TestOperatorSession::aLineThatGoesAwayComesBack()
 
 void TestOperatorSession::withoutAPortTheWindowIsSafeToUse()
 {
-    CSettings settings;
-    settings.comPortName = QStringLiteral("/nowhere/port");
-    settings.save();
+    Station::writeFreshSettings(QStringLiteral("/nowhere/port"));
     Station station;
     station.startProgram();
     station.show();

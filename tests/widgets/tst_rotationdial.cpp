@@ -21,14 +21,12 @@ private slots:
         QTest::addColumn<double>("dy");
         QTest::addColumn<QStringList>("log");
         QTest::newRow("370 up") << 0 << -370. << QStringList{"started", "changing 10", "changed 10"};
-        QTest::newRow("1 down") << 0 << 1. << QStringList{"started", "changing 359", "changed 359"};
         QTest::newRow("1 up through north")
             << 359 << -1. << QStringList{"started", "changing 0", "changed 0"};
         QTest::newRow("two turns down") << 10 << 721. << QStringList{"started", "changing 9", "changed 9"};
         QTest::newRow("half a pixel above the widget")
             << 5 << -.5 << QStringList{"started", "changing 6", "changed 6"};
         QTest::newRow("a full turn") << 90 << -360. << QStringList{"started", "changing 90"};
-        QTest::newRow("no movement") << 90 << 0. << QStringList{"started", "changing 90"};
         QTest::newRow("unwrapped start") << 400 << 0. << QStringList{"started", "changing 40", "changed 40"};
     }
     void draggingTurnsOneDegreePerPixel()
@@ -74,20 +72,6 @@ private slots:
         release(19);
         m_dial->setValue(200, false);
         QCOMPARE(m_dial->value(), 200);
-    }
-
-    void theKnobIsPaintedAtTheTopCentre()
-    {
-        m_dial->resize(80, 45);
-        m_dial->setValue(90, true);
-        QImage image(m_dial->size(), QImage::Format_ARGB32_Premultiplied);
-        image.fill(Qt::white);
-        m_dial->render(&image, {}, {}, {});
-        const QPoint centre(40, 22);
-        QVERIFY2(image.pixelColor(centre + QPoint(-8, 8)).red() > 60, "no pointer where the value points");
-        QCOMPARE(image.pixelColor(centre + QPoint(8, 8)), QColor(40, 40, 40));
-        QCOMPARE(image.pixelColor(19, 1), QColor(Qt::white));
-        QVERIFY(image.pixelColor(19, 22).red() < 80);
     }
 
 private:

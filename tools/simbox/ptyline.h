@@ -15,26 +15,24 @@
 #include <mutex>
 #include <thread>
 
-/**
- * Serves a simulated box on a pseudo-terminal behind a stable symbolic link.
- *
- *     program --opens--> link --> slave side | master side <-- thread of this object --> SimulatedBox
- *
- * The thread lives while the line is up, so the program may block its own thread in serial I/O. The slave
- * side is raw and stays open here as well: otherwise a read on the master fails whenever the program has the
- * port closed.
- *
- * Every member may be called from any thread, except that start(), restore(), hangUp() and the destructor
- * belong to the thread that owns the object. Linux only.
- */
+/// Serves a simulated box on a pseudo-terminal behind a stable symbolic link.
+///
+///     program --opens--> link --> slave side | master side <-- thread of this object --> SimulatedBox
+///
+/// The thread lives while the line is up, so the program may block its own thread in serial I/O. The slave
+/// side is raw and stays open here as well: otherwise a read on the master fails whenever the program has the
+/// port closed.
+///
+/// Every member may be called from any thread, except that start(), restore(), hangUp() and the destructor
+/// belong to the thread that owns the object. Linux only.
 class PtyLine
 {
 public:
-    /** Real: the rotors turn with the wall clock. Manual: only advance() turns them. Faults always use the
-     * wall clock. */
+    /// Real: the rotors turn with the wall clock. Manual: only advance() turns them. Faults always use the
+    /// wall clock.
     enum class Clock { Real, Manual };
 
-    /** One line heard from the program (with its line end, empty lines too) or one portion sent to it. */
+    /// One line heard from the program (with its line end, empty lines too) or one portion sent to it.
     struct Traffic
     {
         qint64 milliseconds = 0; // since the object was made
@@ -46,56 +44,53 @@ public:
 
     explicit PtyLine(const QString &linkPath, SimulatedBox::Model model = SimulatedBox::Model::StackSwitch,
                      Clock clock = Clock::Real);
-    /** Hangs up. */
+    /// Hangs up.
     ~PtyLine();
     PtyLine(const PtyLine &) = delete;
     PtyLine &operator=(const PtyLine &) = delete;
 
-    /**
-     * Opens the pseudo-terminal, puts the link there and serves it. True at once when it is up already. A
-     * link of the same name is replaced; anything else of that name is refused: the answer is false and
-     * errorText() tells why.
-     */
+    /// Opens the pseudo-terminal, puts the link there and serves it. True at once when it is up already. A
+    /// link of the same name is replaced; anything else of that name is refused: the answer is false and
+    /// errorText() tells why.
     bool start();
-    /** The line returns under the same name after a hang-up. Box, faults and record are as they were left. */
+    /// The line returns under the same name after a hang-up. Box, faults and record are as they were left.
     bool restore() { return start(); }
-    /** The line goes away, as when an adapter is pulled out: pseudo-terminal closed, link removed. */
+    /// The line goes away, as when an adapter is pulled out: pseudo-terminal closed, link removed.
     void hangUp();
     bool isUp() const;
-    /** For a hang-up that a fault brings about: true as soon as the line is down and its link gone. */
+    /// For a hang-up that a fault brings about: true as soon as the line is down and its link gone.
     bool waitUntilDown(int timeoutMs = 5000) const;
 
     QString linkPath() const { return m_linkPath; }
-    /** The pseudo-terminal behind the link while the line is up, for example "/dev/pts/3". */
+    /// The pseudo-terminal behind the link while the line is up, for example "/dev/pts/3".
     QString slavePath() const;
-    /** Why the last start() failed; empty after a good one. */
+    /// Why the last start() failed; empty after a good one.
     QString errorText() const;
 
-    /** Runs the function on the box while the line's thread keeps off it. The function must not call this
-     * object. */
+    /// Runs the function on the box while the line's thread keeps off it. The function must not call this
+    /// object.
     void withBox(const std::function<void(SimulatedBox &)> &function);
-    /** Lets time pass for the rotors, whatever the clock. */
+    /// Lets time pass for the rotors, whatever the clock.
     void advance(int milliseconds);
 
-    /** The fault acts on the next `replies` commands that it concerns, then the line is good again. Replaces
-     * the former one. */
+    /// The fault acts on the next `replies` commands that it concerns, then the line is good again. Replaces
+    /// the former one.
     void setFault(const LineFault &fault, int replies = Forever);
     void clearFault() { setFault(LineFault::none()); }
 
-    /** Command lines heard, as they came with their line ends, without the empty ones. */
+    /// Command lines heard, as they came with their line ends, without the empty ones.
     QList<QByteArray> received() const;
-    /** The same without line ends: "K0", "M123". */
+    /// The same without line ends: "K0", "M123".
     QList<QByteArray> commands() const;
-    /** Every byte heard. */
+    /// Every byte heard.
     QByteArray receivedBytes() const;
-    /** Both directions, in order. */
+    /// Both directions, in order.
     QVector<Traffic> traffic() const;
     void clearReceived();
-    /** True as soon as at least `count` command lines were heard since the last clearReceived(). */
+    /// True as soon as at least `count` command lines were heard since the last clearReceived().
     bool waitForReceived(int count, int timeoutMs = 5000) const;
 
-    /** Told about each piece of traffic, in the line's thread, after it was recorded. Set it before start().
-     */
+    /// Told about each piece of traffic, in the line's thread, after it was recorded. Set it before start().
     void setListener(const std::function<void(const Traffic &)> &listener) { m_listener = listener; }
 
 private:

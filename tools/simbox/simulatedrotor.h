@@ -1,15 +1,13 @@
 #pragma once
 
-/**
- * A motor that turns one antenna, driven by its own clock.
- *
- * Angles are compass degrees, 0 at north, clockwise; the position stays in [0, 360). The rotor turns freely,
- * it has no end stop: a go-to takes the shorter way, through north where that is shorter, and clockwise when
- * both are 180.
- *
- *     resting --goTo/turn--> turning --stop--> coasting --> resting
- *                               '----target + overshoot-------^
- */
+/// A motor that turns one antenna, driven by its own clock.
+///
+/// Angles are compass degrees, 0 at north, clockwise; the position stays in [0, 360). The rotor turns freely,
+/// it has no end stop: a go-to takes the shorter way, through north where that is shorter, and clockwise when
+/// both are 180.
+///
+///     resting --goTo/turn--> turning --stop--> coasting --> resting
+///                               '----target + overshoot-------^
 class SimulatedRotor
 {
 public:
@@ -17,40 +15,39 @@ public:
 
     static constexpr double NoTarget = -1.0;
 
-    /** Target in 0..360 (360 is north). An opposite direction takes effect at once, without coasting first.
-     */
+    /// Target in 0..360 (360 is north). An opposite direction takes effect at once, without coasting first.
     void goTo(double target);
-    /** Turns until told otherwise; Direction::None is stop(). */
+    /// Turns until told otherwise; Direction::None is stop().
     void turn(Direction direction);
-    /** Ends a turn after the coast. Does nothing at rest or while it coasts already. */
+    /// Ends a turn after the coast. Does nothing at rest or while it coasts already.
     void stop();
-    /** Lets this much time pass. Exact for any length: one long step ends where many short ones do. */
+    /// Lets this much time pass. Exact for any length: one long step ends where many short ones do.
     void advance(int milliseconds);
 
     double position() const { return m_position; }
-    /** Puts the rotor there, at rest. Any value; it is folded into [0, 360). */
+    /// Puts the rotor there, at rest. Any value; it is folded into [0, 360).
     void setPosition(double degrees);
 
     double speed() const { return m_speed; }
-    /** Degrees per second, 0 or more. */
+    /// Degrees per second, 0 or more.
     void setSpeed(double degreesPerSecond) { m_speed = degreesPerSecond; }
     double coast() const { return m_coast; }
-    /** How far the rotor runs on after a stop. */
+    /// How far the rotor runs on after a stop.
     void setCoast(double degrees) { m_coast = degrees; }
     double overshoot() const { return m_overshoot; }
-    /** How far the rotor runs past the target of a go-to. Counts from the next go-to. */
+    /// How far the rotor runs past the target of a go-to. Counts from the next go-to.
     void setOvershoot(double degrees) { m_overshoot = degrees; }
     double wind() const { return m_wind; }
-    /** Drift in degrees per second while the motor rests; positive is clockwise. */
+    /// Drift in degrees per second while the motor rests; positive is clockwise.
     void setWind(double degreesPerSecond) { m_wind = degreesPerSecond; }
     bool isStuck() const { return m_stuck; }
-    /** A stuck rotor keeps its place although its motor runs; neither does wind move it. */
+    /// A stuck rotor keeps its place although its motor runs; neither does wind move it.
     void setStuck(bool stuck) { m_stuck = stuck; }
 
-    /** True while the motor runs or coasts. Wind does not count. */
+    /// True while the motor runs or coasts. Wind does not count.
     bool isMoving() const { return m_direction != Direction::None; }
     Direction direction() const { return m_direction; }
-    /** Where the running go-to leads, or NoTarget. */
+    /// Where the running go-to leads, or NoTarget.
     double target() const { return m_target; }
 
 private:

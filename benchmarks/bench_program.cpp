@@ -1,0 +1,308 @@
+#include "app/log.h"
+#include "app/resources.h"
+#include "device/devicelumen4s.h"
+#include "firstpaint.h"
+#include "mainwindow/currentobjects.h"
+#include "mainwindow/mainwindow.h"
+#include "settings/settings.h"
+#include "simbox/ptyline.h"
+#include "widgets/vextralremotecontrolwidget.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QPainter>
+#include <QProcess>
+#include <QSerialPort>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QThread>
+
+#include <algorithm>
+#include <atomic>
+#include <cstdio>
+#include <fstream>
+#include <functional>
+#include <vector>
+
+#include <unistd.h>
+
+// The program's figures as ratios within one run; docs/performance.md tells what they mean. Each figure is
+// the median of its rounds.
+
+namespace {
+
+double millisecondsOf(const std::function<void()> &work)
+{
+    QElapsedTimer time;
+    time.start();
+    work();
+    return time.nsecsElapsed() / 1e6;
+}
+
+double median(std::vector<double> values)
+{
+    std::nth_element(values.begin(), values.begin() + values.size() / 2, values.end());
+    return values[values.size() / 2];
+}
+
+double medianOf(int rounds, const std::function<double()> &measure)
+{
+    std::vector<double> values;
+    for (int i = 0; i < rounds; ++i)
+        values.push_back(measure());
+    return median(values);
+}
+
+void tell(const char *what, double value, const char *unit, double yardstick, const char *wanted)
+{
+    std::printf("| %s | %.3f %s | %.3f %s | %.2f | %s |\n", what, value, unit, yardstick, unit,
+                value / yardstick, wanted);
+    std::fflush(stdout);
+}
+
+QString boxLink()
+{
+    return QCoreApplication::applicationDirPath() + QStringLiteral("/box");
+}
+
+void storePort(const QString &name)
+{
+    CSettings settings;
+    settings.comPortName = name;
+    settings.save();
+}
+
+// ---- Files ----
+
+void measureSettings()
+{
+    CSettings().save();
+    const QString path = QCoreApplication::applicationDirPath() + QStringLiteral("/yardstick.ini");
+    QFile::remove(path);
+    QFile::copy(CSettings::settingsFilePath(), path);
+    const auto bare = [&path] {
+        std::vector<QPair<QString, QVariant>> values;
+        {
+            const QSettings file(path, QSettings::IniFormat);
+            const QStringList keys = file.allKeys();
+            for (const QString &key : keys)
+                values.push_back({key, file.value(key)});
+        }
+        QSettings file(path, QSettings::IniFormat);
+        for (const auto &[key, value] : values)
+            file.setValue(key, value);
+    };
+    const double own = medianOf(200, [] { return millisecondsOf([] { CSettings().save(); }); });
+    tell("settings load and save", own, "ms", medianOf(200, [&] { return millisecondsOf(bare); }),
+         "at most 1.3");
+}
+
+void measureLog()
+{
+    constexpr int records = 2000;
+    const QTemporaryDir folder;
+    const QByteArray message(60, 'x');
+    CLog log(QStringLiteral("log"), folder.filePath(QString()) + QLatin1Char('/'));
+    std::ofstream bare(QFile::encodeName(folder.filePath(QStringLiteral("bare"))).constData(), std::ios::app);
+    const QByteArray line = message + QByteArray(60, 'y') + '\n'; // as long as a record
+    const auto own = [&] {
+        for (int i = 0; i < records; ++i)
+            log.write(message.constData());
+    };
+    const auto yardstick = [&] {
+        for (int i = 0; i < records; ++i)
+            bare.write(line.constData(), line.size()).flush();
+    };
+    tell("log record", medianOf(9, [&] { return millisecondsOf(own); }) * 1000 / records, "us",
+         medianOf(9, [&] { return millisecondsOf(yardstick); }) * 1000 / records, "at most 3");
+}
+
+// ---- The line ----
+
+void measureWaits()
+{
+    constexpr double synchronisationWaits = 100 + 100 + 100 + 20 + 100; // K0, pause, K0, K9, K0
+    constexpr double tickWaits = 100;                                   // K0
+    PtyLine line(boxLink());
+    line.start();
+    CSettings settings;
+    std::vector<double> passes;
+    std::vector<double> ticks;
+    for (int i = 0; i < 5; ++i) {
+        CDeviceLumen4S controller(settings);
+        controller.setRelayBoxId(1);
+        passes.push_back(millisecondsOf([&] { controller.open(boxLink()); }));
+        for (int tick = 0; tick < 5; ++tick)
+            ticks.push_back(millisecondsOf([&] { controller.monitore(); }));
+    }
+    tell("one monitoring tick, against its waits", median(ticks), "ms", tickWaits, "at most 1.05");
+    tell("synchronisation pass, against its waits", median(passes), "ms", synchronisationWaits,
+         "at most 1.05");
+}
+
+/// Tells how long after an act the far end heard the first command.
+class Listener
+{
+public:
+    explicit Listener(PtyLine &line) : m_line(line)
+    {
+        line.setListener([this](const PtyLine::Traffic &piece) {
+            if (piece.fromProgram && m_heardAt < 0)
+                m_heardAt = m_clock.nsecsElapsed();
+        });
+    }
+
+    double millisecondsAfter(const std::function<void()> &act)
+    {
+        QThread::msleep(20);
+        m_line.clearReceived();
+        m_clock.start();
+        m_heardAt = -1;
+        act();
+        while (m_heardAt < 0)
+            QThread::msleep(1);
+        return m_heardAt / 1e6;
+    }
+
+private:
+    PtyLine &m_line;
+    QElapsedTimer m_clock;
+    std::atomic<qint64> m_heardAt{0};
+};
+
+void measureKeyPress()
+{
+    PtyLine line(boxLink());
+    Listener listener(line);
+    line.start();
+    storePort(boxLink());
+    CMainWindow window;
+    window.show();
+    if (!QTest::qWaitForWindowActive(&window))
+        return;
+    CurrentObjects::controller()->stopMonitoring();
+    const auto press = [&] { QTest::keyClick(&window, Qt::Key_F1); };
+    const double own = medianOf(15, [&] { return listener.millisecondsAfter(press); });
+    CurrentObjects::controller()->close();
+
+    QSerialPort port(boxLink());
+    port.open(QIODevice::ReadWrite);
+    const auto write = [&] {
+        port.write("K1\r\n");
+        port.waitForBytesWritten(1000);
+    };
+    const double bare = medianOf(15, [&] { return listener.millisecondsAfter(write); });
+    std::printf(
+        "| key press to the first byte on the line | %.2f ms | %.2f ms | %+.2f ms | at most 1 ms more |\n",
+        own, bare, own - bare);
+}
+
+// ---- Painting ----
+
+void measurePanel()
+{
+    CSettings settings;
+    CDeviceLumen4S controller(settings);
+    CVextralRemoteControlWidget panel;
+    controller.setRemoteControlWidget(&panel);
+    panel.resize(600, 140);
+    panel.show();
+    QPixmap target(panel.size());
+    const QPixmap source = panel.grab();
+    const double own = medianOf(300, [&] { return millisecondsOf([&] { panel.render(&target); }); });
+    const double bare =
+        medianOf(300, [&] { return millisecondsOf([&] { QPainter(&target).drawPixmap(0, 0, source); }); });
+    tell("panel repaint, against the bare blit", own, "ms", bare, "reported");
+}
+
+// ---- Whole processes ----
+
+struct Process
+{
+    explicit Process(const QString &program, const QStringList &arguments = {})
+    {
+        start.start();
+        process.start(program, arguments);
+        while (!process.canReadLine() && process.waitForReadyRead(10000)) {
+        }
+        toFirstPaint = start.nsecsElapsed() / 1e6;
+    }
+    ~Process()
+    {
+        process.kill();
+        process.waitForFinished();
+    }
+
+    QList<QByteArray> stat(const char *name) const
+    {
+        QFile file(QStringLiteral("/proc/%1/%2").arg(process.processId()).arg(QLatin1String(name)));
+        file.open(QIODevice::ReadOnly);
+        return file.readAll().simplified().split(' ');
+    }
+    double megabytes() const { return stat("statm").at(1).toDouble() * sysconf(_SC_PAGESIZE) / 1e6; }
+    double cpuSeconds() const
+    {
+        const QList<QByteArray> fields = stat("stat");
+        return (fields.at(13).toDouble() + fields.at(14).toDouble()) / sysconf(_SC_CLK_TCK);
+    }
+
+    QElapsedTimer start;
+    QProcess process;
+    double toFirstPaint = 0.0;
+};
+
+void measureProcesses()
+{
+    const QString own = QCoreApplication::applicationFilePath();
+    const QString empty = QCoreApplication::applicationDirPath() + QStringLiteral("/bench_emptywindow");
+    storePort(QStringLiteral("/nowhere/port"));
+    const auto startOwn = [&] { return Process(own, {QStringLiteral("--window")}).toFirstPaint; };
+    const auto startEmpty = [&] { return Process(empty).toFirstPaint; };
+    tell("process start to first paint, no port", medianOf(15, startOwn), "ms", medianOf(15, startEmpty),
+         "at most 1.6");
+
+    constexpr int idleSeconds = 30;
+    PtyLine line(boxLink());
+    line.start();
+    storePort(boxLink());
+    const Process running(own, {QStringLiteral("--window")});
+    const Process yardstick(empty);
+    QThread::sleep(3);
+    const double before = running.cpuSeconds();
+    QThread::sleep(idleSeconds);
+    std::printf("| idle, connected: load | %.2f %% of a core | - | - | under 0.5 %% |\n",
+                (running.cpuSeconds() - before) * 100 / idleSeconds);
+    std::printf("| idle, connected: memory | %.1f MB | %.1f MB | +%.1f MB | within 15 MB |\n",
+                running.megabytes(), yardstick.megabytes(), running.megabytes() - yardstick.megabytes());
+}
+
+int runWindow()
+{
+    CMainWindow window;
+    FirstPaint firstPaint;
+    window.installEventFilter(&firstPaint);
+    window.show();
+    return QApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QApplication application(argc, argv);
+    initResources();
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
+    if (QCoreApplication::arguments().contains(QStringLiteral("--window")))
+        return runWindow();
+
+    std::puts("| what | value | yardstick | ratio | wanted |\n|---|---|---|---|---|");
+    measureProcesses();
+    measureKeyPress();
+    measureWaits();
+    measureSettings();
+    measureLog();
+    measurePanel();
+    return 0;
+}

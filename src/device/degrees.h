@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cmath>
+
+// Whole degrees of a direction. What is no number, or lies beyond any turn, counts as 0: settings files and
+// serial lines may say anything.
+
+inline bool isUsableAngle(double degrees)
+{
+    return std::isfinite(degrees) && std::abs(degrees) < 1e6;
+}
+
+/// Truncated toward zero.
+inline int truncatedDegrees(double degrees)
+{
+    return isUsableAngle(degrees) ? static_cast<int>(degrees) : 0;
+}
+
+/// Rounded, halves away from zero.
+inline int roundedDegrees(double degrees)
+{
+    return isUsableAngle(degrees) ? static_cast<int>(std::lround(degrees)) : 0;
+}
+
+/// Brought into 0..359 by adding or taking 360 once; callers stay within one turn of it.
+inline int foldedDegrees(int degrees)
+{
+    if (degrees >= 360)
+        return degrees - 360;
+    return degrees < 0 ? degrees + 360 : degrees;
+}
+
+/// Rounded and folded for a display; 0 for what is further than one turn off.
+inline int shownDegrees(double degrees)
+{
+    const int folded = foldedDegrees(roundedDegrees(degrees));
+    return folded >= 0 && folded < 360 ? folded : 0;
+}
