@@ -1,12 +1,15 @@
 #include "antenna/vextralantenna.h"
 #include "app/resources.h"
 #include "device/devicekt240m.h"
+#include "dialogs/serialportselectiondialog.h"
 #include "dialogs/settingsdialog.h"
 #include "mainwindow/currentobjects.h"
 #include "mainwindow/mainwindow.h"
 #include "settings/settings.h"
 #include "simbox/ptyline.h"
+#include "widgets/antennabutton.h"
 #include "widgets/ledbutton.h"
+#include "widgets/rotationdigitaldisplaywidget.h"
 #include "widgets/vextralazimuthalwidget.h"
 #include "widgets/vextralremotecontrolwidget.h"
 
@@ -14,8 +17,16 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMouseEvent>
+#include <QPainter>
 #include <QPixmap>
+#include <QPushButton>
+#include <QSpinBox>
 #include <QTabWidget>
+#include <QToolTip>
+#include <QWheelEvent>
 
 #include <cstdio>
 #include <functional>
@@ -46,14 +57,71 @@ bool waitFor(const std::function<bool()> &condition)
     return true;
 }
 
+bool write(const QPixmap &picture, const QString &name)
+{
+    const bool fine = picture.devicePixelRatioF() > 1.0;
+    const QString path = pictureFolder + QLatin1Char('/') + name + QLatin1String(fine ? "@2x.png" : ".png");
+    const bool saved = picture.save(path);
+    std::printf("%s %s\n", saved ? "wrote" : "could not write", qPrintable(path));
+    return saved;
+}
+
 bool save(QWidget *widget, const QString &name)
 {
     QCoreApplication::processEvents();
-    const bool fine = widget->devicePixelRatioF() > 1.0;
-    const QString path = pictureFolder + QLatin1Char('/') + name + QLatin1String(fine ? "@2x.png" : ".png");
-    const bool saved = widget->grab().save(path);
-    std::printf("%s %s\n", saved ? "wrote" : "could not write", qPrintable(path));
-    return saved;
+    return write(widget->grab(), name);
+}
+
+QWidget *visibleToolTip()
+{
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (QWidget *window : windows) {
+        if (window->isVisible() && window->inherits("QTipLabel"))
+            return window;
+    }
+    return nullptr;
+}
+
+/// The window with the POWER lamp's tool tip over it, as it shows when the mouse rests there.
+bool saveWithPowerTip(QWidget *window, CVextralRemoteControlWidget *panel, const QString &name)
+{
+    const CLedButton *lamp = panel->powerIndicator();
+    QToolTip::showText(lamp->mapToGlobal(QPoint(20, 0)), lamp->toolTip(), panel);
+    const bool shown = waitFor([] { return visibleToolTip() != nullptr; });
+    if (!shown)
+        return false;
+    QWidget *tip = visibleToolTip();
+    const QPoint place = lamp->mapTo(window, QPoint(20, lamp->height() + 8));
+    const QSize size = window->size().expandedTo(QSize(place.x() + tip->width(), place.y() + tip->height()));
+    const qreal ratio = window->devicePixelRatioF();
+    QPixmap picture(size * ratio);
+    picture.setDevicePixelRatio(ratio);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.drawPixmap(0, 0, window->grab());
+    painter.drawPixmap(place, tip->grab());
+    painter.end();
+    QToolTip::hideText();
+    return write(picture, name);
+}
+
+void sendMouse(QWidget *widget, QEvent::Type type)
+{
+    const QPointF middle(widget->width() / 2, widget->height() / 2);
+    const Qt::MouseButtons held = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
+    QMouseEvent event(type, middle, widget->mapToGlobal(middle.toPoint()), Qt::LeftButton, held,
+                      Qt::NoModifier);
+    QCoreApplication::sendEvent(widget, &event);
+}
+
+void turnWheel(QWidget *widget, int steps)
+{
+    const QPointF middle(widget->width() / 2, widget->height() / 2);
+    for (int i = 0; i < steps; ++i) {
+        QWheelEvent event(middle, widget->mapToGlobal(middle.toPoint()), QPoint(), QPoint(0, 120),
+                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(widget, &event);
+    }
 }
 
 /// Settings as an operator might have them after the first evening.
@@ -104,9 +172,38 @@ bool drawStackSwitch()
     good = save(&window, QStringLiteral("stack-switch-transmitting")) && good;
 
     QMetaObject::invokeMethod(&window, "onShowSettingsDialog");
+    auto *portField =
+        CurrentObjects::settingsDialog()->findChild<QLineEdit *>(QStringLiteral("serialPortLineEdit"));
+    portField->setText(QStringLiteral("ttyUSB0"));
     good = save(CurrentObjects::settingsDialog(), QStringLiteral("settings")) && good;
     CurrentObjects::settingsDialog()->reject();
-    return good;
+
+    line.withBox([](SimulatedBox &box) { box.setAux(false); });
+    CurrentObjects::controller()->monitore();
+    line.setFault(LineFault::silence());
+    good = waitFor([panel] { return !panel->powerIndicator()->isChecked(); }) && good;
+    LineState silence = CurrentObjects::controller()->lineState();
+    silence.portName = QStringLiteral("ttyUSB0");
+    silence.silentSeconds = 7;
+    panel->powerIndicator()->setToolTip(describe(silence));
+    return saveWithPowerTip(&window, panel, QStringLiteral("no-answer")) && good;
+}
+
+bool drawFirstStart()
+{
+    QFile::remove(CSettings::settingsFilePath());
+    CMainWindow window;
+    window.show();
+    auto *panel = window.findChild<CVextralRemoteControlWidget *>(QStringLiteral("remoteControlWidget"));
+    const bool good = saveWithPowerTip(&window, panel, QStringLiteral("first-start"));
+
+    CSerialPortSelectionDialog chooser(&window);
+    auto *ports = chooser.findChild<QListWidget *>();
+    ports->clear();
+    ports->addItems({QStringLiteral("ttyS0"), QStringLiteral("ttyUSB0")});
+    ports->setCurrentRow(1);
+    chooser.show();
+    return save(&chooser, QStringLiteral("serial-port")) && good;
 }
 
 bool drawRotator(const QString &mode)
@@ -126,10 +223,63 @@ bool drawRotator(const QString &mode)
     CurrentObjects::controller()->rotateTo(120.0);
     good = waitFor([antenna] { return antenna->angle() > 62.0; }) && good;
     good = save(&window, QStringLiteral("rotator-%1-turning").arg(mode)) && good;
-    if (mode != QLatin1String("extended"))
-        return good;
-    QMetaObject::invokeMethod(&window, "on_propertiesButton_clicked");
-    return save(&window, QStringLiteral("rotator-properties")) && good;
+    if (mode == QLatin1String("extended")) {
+        QMetaObject::invokeMethod(&window, "on_propertiesButton_clicked");
+        good = save(&window, QStringLiteral("rotator-properties")) && good;
+    }
+    return good;
+}
+
+bool drawRotatorAtWork()
+{
+    CSettings settings = stationSettings(QStringLiteral("extended"));
+    settings.extendedSize = QSize(441, 473);
+    settings.save();
+    PtyLine line(beside("box"), SimulatedBox::Model::Rotator);
+    line.withBox([](SimulatedBox &box) { box.rotor().setPosition(40); });
+    if (!line.start())
+        return false;
+    CMainWindow window([](const CSettings &loaded) { return new CDeviceKT240M(loaded); });
+    window.show();
+    CVextralRemoteControl *controller = CurrentObjects::controller();
+    CVextralAntenna *antenna = controller->antenna(0);
+    bool good = waitFor([antenna] { return antenna->angle() == 40.0; });
+
+    auto *panel = window.findChild<CVextralRemoteControlWidget *>(QStringLiteral("remoteControlWidget"));
+    CRotationDigitalDisplayWidget *display = nullptr;
+    const auto displays = panel->findChildren<CRotationDigitalDisplayWidget *>();
+    for (CRotationDigitalDisplayWidget *candidate : displays) {
+        if (candidate->isVisible())
+            display = candidate;
+    }
+    turnWheel(display, 60);
+    good = save(&window, QStringLiteral("rotator-target")) && good;
+    good = waitFor([antenna] { return antenna->angle() > 50.0; }) && good;
+
+    CAntennaButton *stop = nullptr;
+    const auto buttons = panel->findChildren<CAntennaButton *>();
+    for (CAntennaButton *button : buttons) {
+        if (button->text() == QLatin1String("STOP"))
+            stop = button;
+    }
+    sendMouse(stop, QEvent::MouseButtonPress);
+    sendMouse(stop, QEvent::MouseButtonRelease);
+    good = save(&window, QStringLiteral("rotator-stopping")) && good;
+    good = waitFor([antenna] { return !antenna->isRotating(); }) && good;
+
+    auto *memory = window.findChild<QPushButton *>(QStringLiteral("memoButton1"));
+    sendMouse(memory, QEvent::MouseButtonPress);
+    auto *editor = memory->findChild<QSpinBox *>();
+    good = waitFor([editor] { return editor->isVisible(); }) && good;
+    sendMouse(memory, QEvent::MouseButtonRelease);
+    editor->setValue(120);
+    editor->findChild<QLineEdit *>()->deselect();
+    good = save(&window, QStringLiteral("memory-edit")) && good;
+    editor->clearFocus();
+
+    line.setFault(LineFault::silence());
+    good = waitFor([display] { return display->value() == 359; }) && good;
+    return save(&window, QStringLiteral("rotator-no-reading")) && good;
 }
 
 bool drawMap(const QSize &size)
@@ -160,8 +310,10 @@ bool drawMap(const QSize &size)
 int main(int argc, char *argv[])
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+#endif
     QApplication application(argc, argv);
     initResources();
     if (argc != 2 || !QDir().mkpath(QString::fromLocal8Bit(argv[1]))) {
@@ -171,9 +323,11 @@ int main(int argc, char *argv[])
     pictureFolder = QString::fromLocal8Bit(argv[1]);
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
 
-    bool good = drawStackSwitch();
-    for (const char *mode : {"extended", "mini"})
+    bool good = drawFirstStart();
+    good = drawStackSwitch() && good;
+    for (const char *mode : {"extended", "mini", "supermini"})
         good = drawRotator(QLatin1String(mode)) && good;
+    good = drawRotatorAtWork() && good;
     for (const QSize &size : {QSize(441, 300), QSize(672, 480), QSize(1400, 900)})
         good = drawMap(size) && good;
     return good ? 0 : 1;
