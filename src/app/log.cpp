@@ -22,14 +22,6 @@ QString fixedPathPrefix()
 #endif
 }
 
-QByteArray record(const char *message)
-{
-    const QString time =
-        QDateTime::currentDateTime().toString(QStringLiteral("dd/MM/yyyy hh:mm:ss - zzzz -"));
-    const auto thread = reinterpret_cast<quintptr>(QThread::currentThread());
-    return (time + QString::number(thread) + QStringLiteral(" - ") + QString::fromLatin1(message)).toUtf8();
-}
-
 } // namespace
 
 CLog::CLog(const QString &baseName) : CLog(baseName, fixedPathPrefix()) {}
@@ -48,7 +40,9 @@ CLog::CLog(const QString &baseName, const QString &pathPrefix)
 void CLog::write(const char *message)
 {
     const QMutexLocker locker(&m_mutex);
-    QByteArray line = record(message);
+    const auto thread = reinterpret_cast<quintptr>(QThread::currentThread());
+    QByteArray line =
+        timeStamp() + QByteArray::number(quint64(thread)) + " - " + QString::fromLatin1(message).toUtf8();
     m_fileSize += int(line.size());
     if (m_fileSize > largestFileWhileWriting)
         advanceToNextFile();
@@ -58,6 +52,20 @@ void CLog::write(const char *message)
     m_stream.flush();
     if (m_stream.is_open() && !m_stream)
         takeBack(line);
+}
+
+/// The time as "dd/MM/yyyy hh:mm:ss - zzzz -". A status reply is dozens of records; a second is written out
+/// once for all of them.
+QByteArray CLog::timeStamp()
+{
+    const qint64 now = QDateTime::currentMSecsSinceEpoch();
+    if (now / 1000 != m_second) {
+        m_second = now / 1000;
+        const QDateTime time = QDateTime::fromSecsSinceEpoch(m_second);
+        m_secondText = time.toString(QStringLiteral("dd/MM/yyyy hh:mm:ss - ")).toUtf8();
+    }
+    const QTime fraction = QTime::fromMSecsSinceStartOfDay(int(now % 1000));
+    return m_secondText + fraction.toString(QStringLiteral("zzzz -")).toUtf8();
 }
 
 void CLog::takeBack(const QByteArray &line)

@@ -27,6 +27,7 @@ public:
     void write(const char *message);
 
 private:
+    QByteArray timeStamp();
     QString filePath(int index) const;
     QString chooseFile();
     void open(const QString &path);
@@ -40,4 +41,7 @@ private:
     QString m_baseName;
     std::ofstream m_stream;
     QString m_pathPrefix;
+    /// The second, since 1970, that m_secondText tells.
+    qint64 m_second = -1;
+    QByteArray m_secondText;
 };
