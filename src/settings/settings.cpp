@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QDateTime>
+#include <QDir>
 #include <QFileInfo>
 #include <QLockFile>
 #include <QSaveFile>
@@ -72,6 +73,7 @@ bool canBeReplaced()
     const QFileInfo present(CSettings::settingsFilePath());
     if (present.exists() && !present.isWritable())
         return false;
+    QDir().mkpath(present.path());
     QSaveFile trial(present.filePath() + QLatin1String(".trial"));
     if (!trial.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
         return false;

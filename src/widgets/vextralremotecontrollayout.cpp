@@ -40,12 +40,17 @@ QFont captionFont(const QFont &font, int pixelSize)
     return result;
 }
 
-bool captionFits(const QAbstractButton *button, int pixelSize)
+/// The pixel size at which the button's caption fills the button. Measured at one size for all, because each
+/// new size costs a search for its font.
+int fillingSize(const QAbstractButton *button)
 {
-    const QSize needed =
-        QFontMetrics(captionFont(button->font(), pixelSize)).size(Qt::TextShowMnemonic, button->text());
-    const QSize room = button->size() - QSize(captionMargins, captionMargins);
-    return needed.width() <= room.width() && needed.height() <= room.height();
+    const QFontMetrics metrics(captionFont(button->font(), largestCaption));
+    const QSizeF needed = metrics.size(Qt::TextShowMnemonic, button->text());
+    const QSizeF room = button->size() - QSize(captionMargins, captionMargins);
+    if (needed.isEmpty())
+        return largestCaption;
+    return static_cast<int>(largestCaption
+                            * std::min(room.width() / needed.width(), room.height() / needed.height()));
 }
 
 /// One size for all, so that they look like a set: it grows with the buttons and gives way to long names.
@@ -55,13 +60,9 @@ void fitCaptions(const QList<CAntennaButton *> &buttons)
         return;
     const QSize room = buttons.first()->size();
     int size = std::clamp(std::min(room.width(), room.height()) / 5, usualCaption, largestCaption);
-    const auto allFit = [&buttons](int pixelSize) {
-        return std::all_of(buttons.begin(), buttons.end(), [pixelSize](const CAntennaButton *button) {
-            return captionFits(button, pixelSize);
-        });
-    };
-    while (size > smallestCaption && !allFit(size))
-        --size;
+    for (const CAntennaButton *button : buttons)
+        size = std::min(size, fillingSize(button));
+    size = std::max(size, smallestCaption);
     for (CAntennaButton *button : buttons)
         button->setFont(captionFont(button->font(), size));
 }
