@@ -273,9 +273,14 @@ void CDeviceKT240M::onStopButtonPressed()
     qDebug("CDeviceKT240M::onStopButtonPressed() - IN");
     if (m_rotating) {
         light(m_stopButton, true);
+        // Nothing may start after a STOP, also where the brake leaves what was pending.
         m_scheduledTarget = -1.0;
+        m_ccwPending = false;
+        m_cwPending = false;
         QCoreApplication::processEvents();
-        stop();
+        // A poll in there may have seen the rotor at rest.
+        if (m_rotating)
+            stop();
     }
     qDebug("CDeviceKT240M::onStopButtonPressed() - OUT");
 }

@@ -94,6 +94,7 @@ private:
     void countIdlePolls();
     void showAzimuth();
     void moveAntenna();
+    bool isOperatorChoosing() const;
     void animateAntenna(CVextralAntenna *antenna);
     bool runOut();
     bool brake();

@@ -71,11 +71,8 @@ void CDeviceKT240M::monitore()
 void CDeviceKT240M::takeFirstReading()
 {
     aimAntenna(m_polledAngle);
-    if (CVextralAntenna *first = antenna(0)) {
-        // A rotor that answers has its antenna in use.
-        first->setEnabled(true);
+    if (CVextralAntenna *first = antenna(0))
         first->setAngle(m_polledAngle);
-    }
     updateMap();
 }
 
@@ -187,12 +184,20 @@ void CDeviceKT240M::moveAntenna()
             animateAntenna(first);
         first->setAngle(m_polledAngle);
         first->setRotating(true);
-    } else if (m_polledAngle != first->angle()) {
-        aimAntenna(m_polledAngle);
-    } else if (map) {
-        map->stopAnimation();
+    } else {
+        // Also where a new target came just as the rotor had stopped, so that no rotation ended.
+        first->setRotating(false);
+        if (m_polledAngle != first->angle() && !isOperatorChoosing())
+            aimAntenna(m_polledAngle);
+        else if (map)
+            map->stopAnimation();
     }
     updateMap();
+}
+
+bool CDeviceKT240M::isOperatorChoosing() const
+{
+    return m_digitalDisplay->isEditing() || (m_dial && m_dial->isPressed());
 }
 
 void CDeviceKT240M::animateAntenna(CVextralAntenna *antenna)

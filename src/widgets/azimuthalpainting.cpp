@@ -95,7 +95,8 @@ void paintBackground(QPainter &painter, const AzimuthalScene &scene)
     QLinearGradient gradient(0.0, 0.0, 0.0, scene.size.height());
     gradient.setColorAt(0.0, topColor);
     gradient.setColorAt(1.0, bottomColor);
-    painter.fillRect(viewOf(scene), gradient);
+    // At a fractional scale the picture is up to a pixel larger than the view.
+    painter.fillRect(viewOf(scene).adjusted(0, 0, 1, 1), gradient);
 }
 
 void paintMapImage(QPainter &painter, const AzimuthalScene &scene, const AzimuthalMapImage::Piece &piece)

@@ -41,6 +41,8 @@ void TestKT240M::theRotatorObeys_data()
         {"STOP is lit until the rotor rests", "100; 105; STOP -> M115 [STOP]; 112 [STOP]; 115 [STOP]; 115"},
         {"STOP brakes after a reading that no compass has",
          "100; 105; 999; STOP -> S [STOP]; 105 [STOP]; 105"},
+        {"STOP forgets a change of direction",
+         "100; CCW -> L [CCW]; 95 [CCW]; CW -> M085 [CW]; -1 [CW]; STOP -> S [STOP]; 90; 90"},
         {"STOP brakes after a failed reading", "100; 105; -1; STOP -> S [STOP]; 106; 106"},
 
         {"a rotor that does not follow", "100; 100; 100; 100; CW -> R [CW]; 100 [CW]; 100 [CW]; 100"},
@@ -104,7 +106,6 @@ void TestKT240M::aRotationMovesTheAntennaAndEnds()
     const CVextralAzimuthalWidget *map = station.rotator->azimuthalWidget();
     QSignalSpy stopped(station.rotator, &CVextralRemoteControl::onStopRotating);
     station.poll(350);
-    QVERIFY(antenna->isEnabled());
     QCOMPARE(antenna->angle(), 350.0);
     station.poll(355);
     station.poll(2);
@@ -118,6 +119,13 @@ void TestKT240M::aRotationMovesTheAntennaAndEnds()
     station.poll(-1);
     station.poll(50);
     QCOMPARE(antenna->angle(), 50.0);
+
+    // A target that the rotor has just reached ends its rotation too.
+    station.poll(60);
+    QVERIFY(antenna->isRotating());
+    emit station.display->onRotationChanged(60);
+    station.poll(60);
+    QVERIFY(!antenna->isRotating());
 }
 
 void TestKT240M::theLogTellsTheEndOfARotation()
