@@ -66,10 +66,7 @@ private slots:
     void theFirstConnectionSynchronises();
     void aMisbehavingLineLeavesTheStatusInvalidInBoundedTime_data();
     void aMisbehavingLineLeavesTheStatusInvalidInBoundedTime();
-    void repliesThatComeInPiecesOrLateAreUnderstood_data();
-    void repliesThatComeInPiecesOrLateAreUnderstood();
     void aLateReplyAnswersTheNextQuery();
-    void noiseWithoutEndIsThrownAway();
     void anglesAreReadAndRemembered();
     void theStatusWithAngleChangesTheAnglesOnSuccessOnly();
     void clicksDuringAReadAreServedOnceAndInOrder();
@@ -161,40 +158,6 @@ void TestSerialCommands::aMisbehavingLineLeavesTheStatusInvalidInBoundedTime()
     QVERIFY2(log.isEmpty() || lines.contains(log), qPrintable(lines.lines().join(QLatin1Char('\n'))));
 }
 
-void TestSerialCommands::repliesThatComeInPiecesOrLateAreUnderstood_data()
-{
-    QTest::addColumn<LineFault>("fault");
-    QTest::addColumn<int>("a");
-    QTest::newRow("good") << LineFault::none() << 0x15;
-    for (int bytes = 1; bytes < 7; ++bytes)
-        QTest::newRow(qPrintable(QStringLiteral("split after %1").arg(bytes)))
-            << LineFault::splitAfter(bytes, 40) << 0x15;
-    QTest::newRow("late but in time") << LineFault::delayed(250) << 0x15;
-    QTest::newRow("a status byte like a line feed")
-        << LineFault::replacedBy(QByteArray("ST=\x0A\x02\r\n")) << 0x0A;
-    QTest::newRow("a status byte like a carriage return")
-        << LineFault::replacedBy(QByteArray("ST=\x0D\x02\r\n")) << 0x0D;
-}
-
-void TestSerialCommands::repliesThatComeInPiecesOrLateAreUnderstood()
-{
-    QFETCH(LineFault, fault);
-    QFETCH(int, a);
-    Line line;
-    line.pty.withBox([](SimulatedBox &box) {
-        box.setReceivePort(0, true);
-        box.setReceivePort(2, true);
-        box.setRelayBoxId(1);
-    });
-    line.pty.setFault(fault, 1);
-    const CDeviceStatus status = line.controller.getStatus();
-    QVERIFY(status.valid);
-    QCOMPARE(status.relayBoxId, a >> 4);
-    QCOMPARE(status.antennaRx[1], bool(a & 2));
-    QCOMPARE(status.antennaRx[2], bool(a & 4));
-    QVERIFY(line.controller.getStatus().valid);
-}
-
 void TestSerialCommands::aLateReplyAnswersTheNextQuery()
 {
     Line line;
@@ -203,15 +166,6 @@ void TestSerialCommands::aLateReplyAnswersTheNextQuery()
     line.pty.withBox([](SimulatedBox &box) { box.setReceivePort(0, true); });
     QVERIFY(!line.controller.getStatus().antennaRx[0]);
     QVERIFY(line.controller.getStatus().antennaRx[0]);
-}
-
-void TestSerialCommands::noiseWithoutEndIsThrownAway()
-{
-    Line line;
-    line.pty.setFault(LineFault::flood(200000), 1);
-    for (int attempt = 0; attempt < 20 && !line.controller.getStatus().valid; ++attempt)
-        QVERIFY(attempt < 19);
-    QVERIFY(line.controller.getStatus().valid);
 }
 
 void TestSerialCommands::anglesAreReadAndRemembered()

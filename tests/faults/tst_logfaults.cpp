@@ -17,12 +17,60 @@ private slots:
     void initTestCase() { obeyPermissions(); }
     void init() { m_folder = std::make_unique<QTemporaryDir>(); }
 
-    void aRecordThatDoesNotFitLeavesNoPart();
-    void theProgramRunsOnWithoutItsFile_data();
-    void theProgramRunsOnWithoutItsFile();
+    void aRecordThatDoesNotFitLeavesNoPart()
+    {
+        CLog log("log", prefix());
+        log.write("first");
+        const qint64 recordSize = QFileInfo(file(0)).size();
+        QStringList expected{"first", ""};
+        // The disk is full after each byte of a record in turn; its time may be a few bytes shorter.
+        for (qint64 room = 0; room < recordSize - 3; ++room) {
+            {
+                const FullDisk disk(QFileInfo(file(0)).size() + room);
+                log.write("lost");
+                log.write("lost too");
+            }
+            QCOMPARE(lines(), expected);
+            log.write(QByteArray::number(room).constData());
+            expected.insert(expected.size() - 1, QString::number(room));
+        }
+        QCOMPARE(lines(), expected);
+    }
+
+    void theProgramRunsOnWithoutItsFile_data()
+    {
+        QTest::addColumn<QString>("trouble");
+        for (const char *trouble :
+             {"a folder in its place", "no permission", "never any room", "the next one is a folder"})
+            QTest::newRow(trouble) << trouble;
+    }
+    void theProgramRunsOnWithoutItsFile()
+    {
+        QFETCH(QString, trouble);
+        QFile first(file(0));
+        if (trouble == "a folder in its place")
+            QVERIFY(QDir().mkpath(file(0)));
+        else if (trouble == "never any room")
+            QVERIFY(QFile::link("/dev/full", file(0)));
+        else if (trouble == "no permission")
+            QVERIFY(first.open(QIODevice::WriteOnly) && first.setPermissions(QFile::ReadOwner));
+        else
+            QVERIFY(QDir().mkpath(file(1)) && first.open(QIODevice::WriteOnly) && first.resize(39999999));
+        const qint64 size = QFileInfo(file(0)).size();
+        CLog log("log", prefix());
+        log.write("lost");
+        log.write("lost too");
+        QCOMPARE(QFileInfo(file(0)).size(), size);
+
+        // The next run has its file again.
+        QVERIFY(first.remove() || QDir().rmdir(file(0)));
+        CLog("log", prefix()).write("here");
+        QCOMPARE(lines(), QStringList({"here", ""}));
+    }
 
 private:
-    QString file(int index) const { return m_folder->filePath(QStringLiteral("log%1.txt").arg(index)); }
+    QString prefix() const { return m_folder->path() + '/'; }
+    QString file(int index) const { return prefix() + QString("log%1.txt").arg(index); }
     /// What the lines of the first file say; a part of a record shows as it is.
     QStringList lines() const
     {
@@ -35,59 +83,6 @@ private:
 
     std::unique_ptr<QTemporaryDir> m_folder;
 };
-
-void TestLogFaults::aRecordThatDoesNotFitLeavesNoPart()
-{
-    CLog log("log", m_folder->path() + '/');
-    log.write("first");
-    const qint64 recordSize = QFileInfo(file(0)).size();
-    QStringList expected{"first", ""};
-    // The disk is full after each byte of a record in turn; its time may be a few bytes shorter.
-    for (qint64 room = 0; room < recordSize - 3; ++room) {
-        {
-            const FullDisk disk(QFileInfo(file(0)).size() + room);
-            log.write("lost");
-            log.write("lost too");
-        }
-        QCOMPARE(lines(), expected);
-        log.write(QByteArray::number(room).constData());
-        expected.insert(expected.size() - 1, QString::number(room));
-    }
-    QCOMPARE(lines(), expected);
-}
-
-void TestLogFaults::theProgramRunsOnWithoutItsFile_data()
-{
-    QTest::addColumn<QString>("trouble");
-    QTest::newRow("a folder in its place") << "folder";
-    QTest::newRow("no permission") << "permission";
-    QTest::newRow("never any room") << "room";
-    QTest::newRow("the next file is a folder") << "next";
-}
-
-void TestLogFaults::theProgramRunsOnWithoutItsFile()
-{
-    QFETCH(QString, trouble);
-    if (trouble == "room") {
-        QVERIFY(QFile::link("/dev/full", file(0)));
-    } else if (trouble == "folder") {
-        QVERIFY(QDir().mkpath(file(0)));
-    } else {
-        QFile first(file(0));
-        QVERIFY(first.open(QIODevice::WriteOnly) && first.resize(trouble == "next" ? 39999999 : 1));
-        QVERIFY(trouble == "next" ? QDir().mkpath(file(1)) : first.setPermissions(QFile::ReadOwner));
-    }
-    const qint64 size = QFileInfo(file(0)).size();
-    CLog log("log", m_folder->path() + '/');
-    log.write("lost");
-    log.write("lost too");
-    QCOMPARE(QFileInfo(file(0)).size(), size);
-
-    // The next run has its file again.
-    QVERIFY(QDir(file(0)).removeRecursively() && (QFile::remove(file(0)) || trouble == "folder"));
-    CLog("log", m_folder->path() + '/').write("here");
-    QCOMPARE(lines(), QStringList({"here", ""}));
-}
 
 QTEST_GUILESS_MAIN(TestLogFaults)
 #include "tst_logfaults.moc"

@@ -13,7 +13,6 @@
 #include <cstdio>
 #include <functional>
 #include <iostream>
-#include <map>
 #include <memory>
 #include <optional>
 #include <random>
@@ -21,14 +20,14 @@
 
 #include <unistd.h>
 
-// Each of these tests puts a second copy of this program into a folder of its own, where it keeps its
-// settings, and makes trouble there.
+// A second copy of this program, in a folder of its own, keeps its settings there, and trouble is made for
+// it.
 
 namespace {
 
 constexpr int keyCount = 77;
 
-/// A long form of this test is asked for by the environment.
+/// The environment asks for the long form.
 int kills()
 {
     const int asked = qEnvironmentVariableIntValue("VEXTRAL_KILLS");
@@ -36,6 +35,12 @@ int kills()
 }
 
 // ---- What the other program does ----
+
+void tell(const char *line)
+{
+    std::puts(line);
+    std::fflush(stdout);
+}
 
 /// Gives all texts the same value, so that a mixture of two saves can be seen.
 void save(const QString &text)
@@ -53,61 +58,48 @@ void saveUntilKilled()
     for (int i = 0;; ++i) {
         save(QString::number(i));
         if (i == 0)
-            std::puts("ready");
-        std::fflush(stdout);
+            tell("ready");
     }
 }
 
-/// Changes between the boxes 1 and 2, whose texts are their numbers.
+/// Changes between the boxes 1 and 2.
 void swapUntilKilled()
 {
-    std::puts("ready");
-    std::fflush(stdout);
+    tell("ready");
     for (int box = CSettings().relayBoxId;; box = 3 - box)
         swapRelayBoxSettings(box, 3 - box);
 }
 
-/// Obeys one order a line; answers each with a line "done" after whatever was logged meanwhile.
+/// One order a line; each is answered by a line "done" after whatever was logged meanwhile.
 void obeyOrders()
 {
     obeyPermissions();
     std::optional<FullDisk> disk;
-    const std::map<QString, std::function<void(const QString &)>> orders = {
-        {"save", [](const QString &text) { save(text); }},
-        {"name",
-         [](const QString &text) {
-             CSettings settings;
-             settings.names[text.section(' ', 0, 0).toInt()] = text.section(' ', 1);
-             settings.save();
-         }},
-        {"load", [](const QString &) { std::puts(qPrintable(CSettings().names[0])); }},
-        {"swap",
-         [](const QString &boxes) {
-             swapRelayBoxSettings(boxes.section(' ', 0, 0).toInt(), boxes.section(' ', 1).toInt());
-         }},
-        {"fill", [&disk](const QString &) { disk.emplace(1000); }},
-        {"empty", [&disk](const QString &) { disk.reset(); }},
-    };
-    for (std::string line; std::getline(std::cin, line);) {
-        const QString order = QString::fromStdString(line);
-        orders.at(order.section(' ', 0, 0))(order.section(' ', 1));
-        std::puts("done");
-        std::fflush(stdout);
+    for (std::string line; std::getline(std::cin, line); tell("done")) {
+        const QStringList words = QString::fromStdString(line).split(' ');
+        if (words[0] == "save")
+            save(words[1]);
+        else if (words[0] == "load")
+            tell(qPrintable(CSettings().names[0]));
+        else if (words[0] == "swap")
+            swapRelayBoxSettings(words[1].toInt(), words[2].toInt());
+        else if (words[0] == "fill")
+            disk.emplace(1000);
+        else if (words[0] == "empty")
+            disk.reset();
     }
 }
 
 // ---- What this one sees of it ----
 
-/// A second program in a folder, until killed or gone.
+/// A second program in a folder, until killed.
 class Program
 {
 public:
     Program(const QString &folder, const QString &task)
     {
         const QString copy = folder + "/program";
-        if (!QFile::exists(copy)
-            && link(QFile::encodeName(QCoreApplication::applicationFilePath()), QFile::encodeName(copy)) != 0)
-            QFile::copy(QCoreApplication::applicationFilePath(), copy);
+        QFile::copy(QCoreApplication::applicationFilePath(), copy);
         m_process.setProcessChannelMode(QProcess::MergedChannels);
         m_process.start(copy, {task});
     }
@@ -119,7 +111,7 @@ public:
         m_process.waitForFinished();
     }
 
-    /// What came before a line like this.
+    /// What came before such a line.
     QString until(const QString &last)
     {
         QString text;
@@ -152,11 +144,16 @@ QString textOf(const QString &path)
     const QStringList lines = contents.split('\n', Qt::SkipEmptyParts);
     if (!contents.endsWith('\n') || lines.filter("=").size() != keyCount)
         return "torn: " + contents;
-    const QRegularExpression texts("^(comPortName|Names\\d+|Memories\\d+|RadioNames\\d+)=");
-    QSet<QString> values;
-    for (const QString &line : lines.filter(texts))
-        values << line.section('=', 1);
-    return values.size() == 1 ? *values.begin() : "mixed: " + contents;
+    QStringList texts = lines.filter(QRegularExpression("^(comPortName|Names|Memories|RadioNames)"));
+    texts.replaceInStrings(QRegularExpression("^.*="), QString()).removeDuplicates();
+    return texts.size() == 1 ? texts[0] : "mixed: " + contents;
+}
+
+bool isNumber(const QString &text)
+{
+    bool isOne = false;
+    text.toInt(&isOne);
+    return isOne;
 }
 
 } // namespace
@@ -168,12 +165,93 @@ class TestSettingsFaults : public QObject
 private slots:
     void init() { m_folder = std::make_unique<QTemporaryDir>(); }
 
-    void aProgramThatIsKilledLeavesAWholeFile();
-    void aProgramThatIsKilledKeepsTheConfigurationOfEachBox();
-    void aSaveThatFailsIsToldAndRepeated_data();
-    void aSaveThatFailsIsToldAndRepeated();
-    void anExchangeThatFailsLeavesEachBoxItsOwn();
-    void twoProgramsShareAFolder();
+    void aProgramThatIsKilledLeavesAWholeFile()
+    {
+        killAgainAndAgain("--save", [this] {
+            const QString text = textOf(file());
+            QVERIFY2(isNumber(text), qPrintable(text));
+        });
+    }
+
+    void aProgramThatIsKilledKeepsTheConfigurationOfEachBox()
+    {
+        Program program(folder(), "--obey");
+        for (const char *order : {"save 1", "swap 1 2", "save 2"})
+            program.say(order);
+        killAgainAndAgain("--swap", [this] {
+            const QStringList texts{textOf(file()), textOf(file(".1")), textOf(file(".2"))};
+            QVERIFY2(isNumber(texts[0]) && texts.contains("1") && texts.contains("2"),
+                     qPrintable(texts.join("; ")));
+        });
+    }
+
+    void aSaveInTroubleIsToldAndTheNextOneWrites_data()
+    {
+        QTest::addColumn<QString>("told");
+        QTest::addColumn<QString>("contents"); // of the file then
+        for (const char *trouble : {"full disk", "read-only folder", "read-only file"})
+            QTest::newRow(trouble) << "CSettings::save() - %1 could not be written"
+                                   << "before";
+        QTest::newRow("folder removed") << "CSettings::load() - %1 was changed by another program"
+                                        << "after";
+    }
+    void aSaveInTroubleIsToldAndTheNextOneWrites()
+    {
+        QFETCH(QString, told);
+        QFETCH(QString, contents);
+        const QString trouble = QTest::currentDataTag();
+        const QFile::Permissions all = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
+        Program program(folder(), "--obey");
+        QCOMPARE(program.say("save before"), QString());
+        if (trouble == "full disk")
+            program.say("fill");
+        else if (trouble == "folder removed")
+            QVERIFY(QDir(folder()).removeRecursively());
+        else
+            QVERIFY(
+                QFile::setPermissions(trouble.endsWith("file") ? file() : folder(), all ^ QFile::WriteOwner));
+
+        QCOMPARE(program.say("save after"), told.arg(file()));
+        QCOMPARE(textOf(file()), contents);
+
+        program.say("empty");
+        QVERIFY(QFile::setPermissions(folder(), all) && QFile::setPermissions(file(), all));
+        QCOMPARE(program.say("save again"), QString());
+        QCOMPARE(textOf(file()), QString("again"));
+    }
+
+    void anExchangeThatFailsLeavesEachBoxItsOwn()
+    {
+        Program program(folder(), "--obey");
+        for (const char *order : {"save 1", "swap 1 2", "save 2", "swap 2 1", "fill"})
+            program.say(order);
+        QCOMPARE(
+            program.say("swap 1 2"),
+            QString("swapRelayBoxSettings() - the settings could not be exchanged, those of box 1 stay"));
+        program.say("empty");
+        program.say("swap 2 1");
+        QCOMPARE(textOf(file()), QString("1"));
+        program.say("swap 1 2");
+        QCOMPARE(textOf(file()), QString("2"));
+        QCOMPARE(textOf(file(".1")), QString("1"));
+    }
+
+    void twoProgramsShareAFolder()
+    {
+        Program one(folder(), "--obey");
+        Program other(folder(), "--obey");
+        one.say("save 1");
+        other.say("save 2");
+        QCOMPARE(one.say("load"),
+                 QString("CSettings::load() - %1 was changed by another program\n2").arg(file()));
+        QCOMPARE(one.say("load"), QString("2"));
+
+        Program saver(folder(), "--save");
+        Program otherSaver(folder(), "--save");
+        QCOMPARE(saver.until("ready") + otherSaver.until("ready"), QString());
+        for (int i = 0; i < 1000; ++i)
+            QVERIFY2(isNumber(textOf(file())), qPrintable(textOf(file())));
+    }
 
 private:
     QString folder() const { return m_folder->path(); }
@@ -181,133 +259,36 @@ private:
     {
         return folder() + "/VextralRemoteControl.ini" + ending;
     }
-    void killSomeTime(const QString &task, const std::function<void()> &check);
+
+    void killAgainAndAgain(const QString &task, const std::function<void()> &check) const
+    {
+        std::mt19937 random(1);
+        for (int i = 0; i < kills() && !QTest::currentTestFailed(); ++i) {
+            Program program(folder(), task);
+            QCOMPARE(program.until("ready"), QString());
+            usleep(random() % 3000);
+            program.kill();
+            check();
+        }
+        qInfo("%d kills left %d files behind", kills(), int(QDir(folder()).entryList(QDir::Files).size()));
+    }
 
     std::unique_ptr<QTemporaryDir> m_folder;
 };
 
-void TestSettingsFaults::killSomeTime(const QString &task, const std::function<void()> &check)
-{
-    std::mt19937 random(1);
-    for (int i = 0; i < kills() && !QTest::currentTestFailed(); ++i) {
-        Program program(folder(), task);
-        QCOMPARE(program.until("ready"), QString());
-        usleep(random() % 3000);
-        program.kill();
-        check();
-    }
-    qInfo("%d kills, %d files left over", kills(),
-          int(QDir(folder()).entryList({"VextralRemoteControl.ini.??????", "qt_temp.*"}).size()));
-}
-
-void TestSettingsFaults::aProgramThatIsKilledLeavesAWholeFile()
-{
-    killSomeTime("--save", [this] {
-        QVERIFY2(textOf(file()).toInt() > 0 || textOf(file()) == "0", qPrintable(textOf(file())));
-    });
-}
-
-void TestSettingsFaults::aProgramThatIsKilledKeepsTheConfigurationOfEachBox()
-{
-    Program program(folder(), "--obey");
-    program.say("save 1");
-    program.say("swap 1 2");
-    program.say("save 2");
-    killSomeTime("--swap", [this] {
-        const QStringList texts{textOf(file()), textOf(file(".1")), textOf(file(".2"))};
-        QVERIFY2(texts[0] == "1" || texts[0] == "2", qPrintable(texts.join("; ")));
-        QVERIFY2(texts.contains("1") && texts.contains("2"), qPrintable(texts.join("; ")));
-    });
-}
-
-void TestSettingsFaults::aSaveThatFailsIsToldAndRepeated_data()
-{
-    QTest::addColumn<QString>("trouble");
-    QTest::addColumn<QString>("meanwhile"); // what the file holds then
-    QTest::newRow("full disk") << "full disk"
-                               << "before";
-    QTest::newRow("read-only folder") << "read-only folder"
-                                      << "before";
-    QTest::newRow("read-only file") << "read-only file"
-                                    << "before";
-    QTest::newRow("folder removed") << "folder removed"
-                                    << "missing";
-}
-
-void TestSettingsFaults::aSaveThatFailsIsToldAndRepeated()
-{
-    QFETCH(QString, trouble);
-    QFETCH(QString, meanwhile);
-    Program program(folder(), "--obey");
-    QCOMPARE(program.say("save before"), QString());
-    const QFile::Permissions all = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
-    if (trouble == "full disk")
-        program.say("fill");
-    else if (trouble == "folder removed")
-        QVERIFY(QDir(folder()).removeRecursively());
-    else
-        QVERIFY(QFile::setPermissions(trouble.endsWith("file") ? file() : folder(), all ^ QFile::WriteOwner));
-
-    const QString told = QString("CSettings::save() - %1 could not be written").arg(file());
-    QCOMPARE(program.say("save after").split('\n').filter("save()"), QStringList(told));
-    QCOMPARE(textOf(file()), meanwhile);
-
-    program.say("empty");
-    QVERIFY(QDir().mkpath(folder()));
-    QVERIFY(QFile::setPermissions(folder(), all));
-    QVERIFY(QFile::setPermissions(file(), all) || meanwhile == "missing");
-    QCOMPARE(program.say("save again"), QString());
-    QCOMPARE(textOf(file()), QString("again"));
-}
-
-void TestSettingsFaults::anExchangeThatFailsLeavesEachBoxItsOwn()
-{
-    Program program(folder(), "--obey");
-    program.say("save 1");
-    program.say("swap 1 2");
-    program.say("save 2");
-    program.say("swap 2 1");
-    program.say("fill");
-    QCOMPARE(program.say("swap 1 2"),
-             QString("swapRelayBoxSettings() - the settings could not be exchanged, those of box 1 stay"));
-    program.say("empty");
-    program.say("swap 2 1");
-    QCOMPARE(textOf(file()), QString("1"));
-    program.say("swap 1 2");
-    QCOMPARE(textOf(file()), QString("2"));
-    QCOMPARE(textOf(file(".1")), QString("1"));
-}
-
-void TestSettingsFaults::twoProgramsShareAFolder()
-{
-    Program one(folder(), "--obey");
-    Program other(folder(), "--obey");
-    QCOMPARE(one.say("name 0 Hill"), QString());
-    other.say("name 1 Valley");
-    const QString told = QString("CSettings::load() - %1 was changed by another program").arg(file());
-    QCOMPARE(one.say("load"), told + "\nHill");
-    QCOMPARE(one.say("load"), QString("Hill"));
-
-    Program saver(folder(), "--save");
-    Program otherSaver(folder(), "--save");
-    saver.until("ready");
-    otherSaver.until("ready");
-    for (int i = 0; i < 500; ++i)
-        QVERIFY2(textOf(file()).toInt() >= 0, qPrintable(textOf(file())));
-}
-
 int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
-    const std::map<QString, void (*)()> tasks = {
-        {"--save", saveUntilKilled}, {"--swap", swapUntilKilled}, {"--obey", obeyOrders}};
-    const auto task = tasks.find(application.arguments().value(1));
-    if (task != tasks.end()) {
-        task->second();
-        return 0;
-    }
-    TestSettingsFaults test;
-    return QTest::qExec(&test, argc, argv);
+    const QString task = application.arguments().value(1);
+    if (task == "--save")
+        saveUntilKilled();
+    else if (task == "--swap")
+        swapUntilKilled();
+    else if (task == "--obey")
+        obeyOrders();
+    else
+        return QTest::qExec(std::make_unique<TestSettingsFaults>().get(), argc, argv);
+    return 0;
 }
 
 #include "tst_settingsfaults.moc"

@@ -23,8 +23,6 @@ private slots:
 
     void theFirstConnectionSynchronisesAndThenPolls();
     void aSessionFromStartToStart();
-    void theLineMisbehavesAndPowerTellsTheTruth();
-    void aLineThatGoesAwayComesBack();
     void withoutAPortTheWindowIsSafeToUse();
 };
 
@@ -135,57 +133,6 @@ void TestOperatorSession::aSessionFromStartToStart()
     station.settle();
     station.poll();
     QCOMPARE(station.shown(), QStringLiteral("RX 1001 TX 0010 POWER"));
-}
-
-void TestOperatorSession::theLineMisbehavesAndPowerTellsTheTruth()
-{
-    Station station;
-    station.startProgram();
-    station.show();
-    station.settle();
-    station.press(Qt::Key_F1);
-    station.poll();
-    QCOMPARE(station.shown(), QStringLiteral("RX 1000 TX 0000 POWER"));
-    for (const LineFault &fault : {LineFault::silence(), LineFault::noise(40), LineFault::flood(3000),
-                                   LineFault::cutAfter(4), LineFault::error()}) {
-        station.line.setFault(fault, 1);
-        station.poll();
-        QCOMPARE(station.shown(), QStringLiteral("RX 1000 TX 0000 -"));
-        QVERIFY(station.panel()->powerIndicator()->toolTip().contains(QStringLiteral("answer")));
-        station.poll(); // a broken line may still lead the next reply
-        station.poll();
-        QCOMPARE(station.shown(), QStringLiteral("RX 1000 TX 0000 POWER"));
-    }
-    station.heard();
-    // The box is away for a while: what is pressed meanwhile is sent once.
-    station.line.setFault(LineFault::silence());
-    station.press(Qt::Key_F2);
-    station.press(Qt::Key_F3);
-    QCOMPARE(station.heard(), QStringLiteral("K2 K0 K0 K3 K0 K0"));
-    station.line.clearFault();
-    station.poll();
-    QCOMPARE(station.shown(), QStringLiteral("RX 1110 TX 0000 POWER"));
-}
-
-void TestOperatorSession::aLineThatGoesAwayComesBack()
-{
-    Station station;
-    station.startProgram();
-    station.show();
-    QTRY_COMPARE_WITH_TIMEOUT(station.shown(), QStringLiteral("RX 0000 TX 0000 POWER"), 4000);
-    station.line.hangUp();
-    QTRY_COMPARE(station.shown(), QStringLiteral("RX 0000 TX 0000 -"));
-    QCOMPARE(
-        station.panel()->powerIndicator()->toolTip(),
-        QStringLiteral("%1 went away. It is opened again as soon as it is back.").arg(Station::boxLink()));
-    station.press(Qt::Key_F1); // goes nowhere, and is not sent later
-    station.line.clearReceived();
-    station.line.withBox([](SimulatedBox &box) { box.setTransmitLine(1, true); });
-    QVERIFY(station.line.restore());
-    QTRY_COMPARE_WITH_TIMEOUT(station.shown(), QStringLiteral("RX 0000 TX 0100 POWER"), 5000);
-    QCOMPARE(station.heard().remove(QStringLiteral("K0")).trimmed(), QString());
-    station.press(Qt::Key_F1);
-    QVERIFY(station.heard().startsWith(QStringLiteral("K1 K0 K0")));
 }
 
 void TestOperatorSession::withoutAPortTheWindowIsSafeToUse()
