@@ -1,7 +1,8 @@
 # Sourced by ./run: the simulated box and the program together, with an operator or with a played session.
 
-start_box() { # KIND LINK [REDIRECTED OUTPUT]
-    build/release/bin/vextral-simbox --link "$2" --model "$1" --relay-box 1 &
+# start_box KIND LINK: takes its orders from descriptor 5, because the shell gives a background job no input of its own.
+start_box() {
+    build/release/bin/vextral-simbox --link "$2" --model "$1" --relay-box 1 <&5 &
     box=$!
     for _ in $(seq 50); do
         [ -e "$2" ] && return 0
@@ -22,7 +23,8 @@ end_all() {
 # operate KIND FOLDER PROGRAM LINK: until the window closes.
 operate() {
     trap end_all EXIT
-    start_box "$1" "$4" <&0
+    exec 5<&0
+    start_box "$1" "$4"
     "$3" >"$2/program.log"
 }
 
@@ -63,7 +65,8 @@ play() {
     export DISPLAY=:$(cat "$screen")
     openbox >/dev/null 2>&1 &
     manager=$!
-    start_box "$kind" "$link" >"$folder/traffic.txt" </dev/null
+    exec 5</dev/null
+    start_box "$kind" "$link" >"$folder/traffic.txt"
     "$program" >"$folder/program.log" 2>&1 &
     program_job=$!
 
