@@ -10,68 +10,40 @@
 
 #include <QCheckBox>
 #include <QLatin1String>
-#include <QResource>
 #include <QSignalBlocker>
 #include <QSpinBox>
-#include <QSvgRenderer>
 
 namespace {
 
 constexpr double fullTurn = 360.0;
 constexpr int lastDegree = 359;
 const QLatin1String arrowPath(":images/arrow4.svg");
-const QLatin1String colourableFill("fill:#ffffff");
-
-/// The resource's text, empty when there is no such resource.
-QString svgText(const QString &path)
-{
-    const QByteArray bytes = QResource(path).uncompressedData();
-    return QString::fromLatin1(bytes.constData(), bytes.size());
-}
-
-std::unique_ptr<QSvgRenderer> rendererOf(const QString &svg)
-{
-    auto renderer = std::make_unique<QSvgRenderer>();
-    // Loading nothing would only put a warning into the log.
-    if (!svg.isEmpty())
-        renderer->load(svg.toLatin1());
-    return renderer;
-}
-
-QString recoloured(const QString &svg, const QColor &color)
-{
-    return QString(svg).replace(colourableFill, QLatin1String("fill:") + color.name(), Qt::CaseSensitive);
-}
 
 } // namespace
 
-CVextralAntenna::CVextralAntenna(const QString &svgPath, int index) : m_index(index), m_svgPath(svgPath)
+CVextralAntenna::CVextralAntenna(const QString &svgPath, int index)
+    : m_index(index), m_body(svgPath), m_arrow(arrowPath)
 {
     clearTarget();
-    m_bodySvg = svgText(m_svgPath);
-    m_bodyRenderer = rendererOf(m_bodySvg);
-    m_arrowRenderer = rendererOf(svgText(arrowPath));
 }
 
 CVextralAntenna::~CVextralAntenna() = default;
 
 void CVextralAntenna::setSvgResources(const QString &first, const QString &second)
 {
-    m_secondSvg = svgText(first);
-    m_thirdSvg = svgText(second);
-    m_secondRenderer = rendererOf(m_secondSvg);
-    m_thirdRenderer = rendererOf(m_thirdSvg);
+    m_second.emplace(first);
+    m_third.emplace(second);
     setColor(m_color);
 }
 
 void CVextralAntenna::setColor(const QColor &color)
 {
     m_color = color;
-    m_bodyRenderer = rendererOf(recoloured(m_bodySvg, m_color));
-    if (m_secondRenderer)
-        m_secondRenderer = rendererOf(recoloured(m_secondSvg, m_color));
-    if (m_thirdRenderer)
-        m_thirdRenderer = rendererOf(recoloured(m_thirdSvg, m_color));
+    m_body.setColor(color);
+    if (m_second)
+        m_second->setColor(color);
+    if (m_third)
+        m_third->setColor(color);
 }
 
 void CVextralAntenna::setAngle(double angle)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "antenna/arrowpicture.h"
 #include "device/devicestatus.h"
 
 #include <QColor>
@@ -7,7 +8,7 @@
 #include <QPointer>
 #include <QString>
 
-#include <memory>
+#include <optional>
 
 class CVextralAntennaUI;
 class CVextralAzimuthalWidget;
@@ -81,12 +82,12 @@ public:
     CDeviceStatus status() const { return m_status; }
     void setStatus(const CDeviceStatus &status) { m_status = status; }
 
-    QSvgRenderer *bodyRenderer() const { return m_bodyRenderer.get(); }
-    QSvgRenderer *arrowRenderer() const { return m_arrowRenderer.get(); }
+    QSvgRenderer *bodyRenderer() const { return m_body.renderer(); }
+    QSvgRenderer *arrowRenderer() const { return m_arrow.renderer(); }
     /// Null until setSvgResources().
-    QSvgRenderer *secondRenderer() const { return m_secondRenderer.get(); }
+    QSvgRenderer *secondRenderer() const { return m_second ? m_second->renderer() : nullptr; }
     /// Null until setSvgResources().
-    QSvgRenderer *thirdRenderer() const { return m_thirdRenderer.get(); }
+    QSvgRenderer *thirdRenderer() const { return m_third ? m_third->renderer() : nullptr; }
 
 signals:
     /// The rotor that turns this antenna came to rest.
@@ -102,14 +103,10 @@ private:
     QPointer<CVextralAzimuthalWidget> m_map;
     QPointer<CVextralAntennaUI> m_editor;
     bool m_enabled = false;
-    std::unique_ptr<QSvgRenderer> m_bodyRenderer;
-    std::unique_ptr<QSvgRenderer> m_arrowRenderer;
-    std::unique_ptr<QSvgRenderer> m_secondRenderer;
-    std::unique_ptr<QSvgRenderer> m_thirdRenderer;
-    QString m_bodySvg;
-    QString m_secondSvg;
-    QString m_thirdSvg;
-    QString m_svgPath;
+    ArrowPicture m_body;
+    ArrowPicture m_arrow;
+    std::optional<ArrowPicture> m_second;
+    std::optional<ArrowPicture> m_third;
     bool m_rotating = false;
     double m_angle = 0.0;
     QColor m_color;
