@@ -9,6 +9,7 @@
 #include "settings/relayboxswap.h"
 #include "settings/settings.h"
 #include "widgets/antennabutton.h"
+#include "widgets/azimuthalmapimage.h"
 #include "widgets/memorybutton.h"
 #include "widgets/vextralazimuthalwidget.h"
 #include "widgets/vextralremotecontrolwidget.h"
@@ -25,11 +26,6 @@
 // their own: one that was opened inside a poll would stop the polling until it is closed.
 
 namespace {
-
-QString mapImagePath()
-{
-    return QCoreApplication::applicationDirPath() + QLatin1String("/AzimuthalMap.png");
-}
 
 std::vector<CAntennaButton *> toVector(const QList<CAntennaButton *> &buttons)
 {
@@ -172,8 +168,9 @@ void CMainWindow::installMapImage(const QString &chosenFile)
     if (!chosen.isFile() || !QImageReader(chosenFile).canRead())
         return;
     // The chosen file may be the one in place, which must not be removed before it is copied.
-    const bool isInPlace = chosen.canonicalFilePath() == QFileInfo(mapImagePath()).canonicalFilePath();
-    if (isInPlace || replaceFile(mapImagePath(), chosenFile))
+    const bool isInPlace =
+        chosen.canonicalFilePath() == QFileInfo(AzimuthalMapImage::installedPath()).canonicalFilePath();
+    if (isInPlace || replaceFile(AzimuthalMapImage::installedPath(), chosenFile))
         m_ui->azimuthalWidget->reloadMap();
 }
 

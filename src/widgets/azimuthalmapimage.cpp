@@ -1,6 +1,6 @@
 #include "widgets/azimuthalmapimage.h"
 
-#include <QFileInfo>
+#include <QCoreApplication>
 #include <QImageReader>
 #include <QPainter>
 
@@ -47,6 +47,11 @@ AzimuthalMapImage::Piece enlargedPiece(const QImage &image, const QRectF &target
 } // namespace
 
 namespace AzimuthalMapImage {
+
+QString installedPath()
+{
+    return QCoreApplication::applicationDirPath() + QLatin1String("/AzimuthalMap.png");
+}
 
 QImage load(const QString &path)
 {

@@ -10,6 +10,9 @@ class QPainter;
 /// The image that lies below the compass: any picture the operator chose, of any size.
 namespace AzimuthalMapImage {
 
+/// Where the map in use is kept: beside the program.
+QString installedPath();
+
 /// The image in `path`, whatever its suffix, with its aspect; shrunk when a side is longer than 4096 pixels.
 /// Null when there is no such file, when it holds no image, or one beyond 250 million pixels.
 QImage load(const QString &path);

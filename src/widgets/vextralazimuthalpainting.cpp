@@ -3,6 +3,7 @@
 #include "antenna/vextralantenna.h"
 #include "device/vextralremotecontrol.h"
 #include "widgets/azimuthalgeometry.h"
+#include "widgets/azimuthalmapimage.h"
 #include "widgets/azimuthalpicture.h"
 #include "widgets/azimuthalscene.h"
 #include "widgets/rotationdigitaldisplaywidget.h"
@@ -67,15 +68,19 @@ void CVextralAzimuthalWidget::paintMap(QPainter &painter)
         update();
 }
 
-AzimuthalScene CVextralAzimuthalWidget::scene(const QPainter &painter, double scale) const
+AzimuthalScene CVextralAzimuthalWidget::scene(const QPainter &painter, double scale)
 {
+    // Not before: a window without a map opens sooner and smaller.
+    if (!m_mapImage)
+        m_mapImage = AzimuthalMapImage::load(AzimuthalMapImage::installedPath());
+
     AzimuthalScene scene;
     scene.size = size();
     scene.pixelRatio = pixelRatioOf(painter);
     scene.compass = {QPointF(m_centreX, m_centreY), m_radius};
     scene.scale = scale;
     scene.zoom = m_zoom;
-    scene.mapImage = m_mapImage;
+    scene.mapImage = *m_mapImage;
     scene.font = painter.font();
     scene.hasBoldLabels = m_boldLabels;
     scene.colors = {m_labelColor, m_scaleTextColor, m_hubColor, m_markerColor, m_markerTextColor};

@@ -6,11 +6,9 @@
 #include "settings/settings.h"
 #include "widgets/azimuthalanimation.h"
 #include "widgets/azimuthalgeometry.h"
-#include "widgets/azimuthalmapimage.h"
 #include "widgets/azimuthalpicture.h"
 #include "widgets/rotationdigitaldisplaywidget.h"
 
-#include <QCoreApplication>
 #include <QSignalBlocker>
 #include <QVariant>
 
@@ -26,11 +24,6 @@ constexpr QSize extendedMinimum(200, 140);
 constexpr QSize rowCellHint(90, 65);
 constexpr QSize rowCellMinimum(60, 45);
 
-QString mapImagePath()
-{
-    return QCoreApplication::applicationDirPath() + QStringLiteral("/AzimuthalMap.png");
-}
-
 CVextralAntenna *antennaOf(const QObject *display)
 {
     return display ? qobject_cast<CVextralAntenna *>(display->property(antennaProperty).value<QObject *>())
@@ -45,7 +38,6 @@ CVextralAzimuthalWidget::CVextralAzimuthalWidget(QWidget *parent)
     setFocusPolicy(Qt::StrongFocus);
     setAccessibleName(tr("Azimuthal map"));
     connect(&m_animationTimer, &QTimer::timeout, this, &CVextralAzimuthalWidget::animate);
-    m_mapImage = AzimuthalMapImage::load(mapImagePath());
     updateDescription();
 }
 
@@ -383,7 +375,7 @@ void CVextralAzimuthalWidget::setInterfaceMode(int mode)
 
 void CVextralAzimuthalWidget::reloadMap()
 {
-    m_mapImage = AzimuthalMapImage::load(mapImagePath());
+    m_mapImage.reset();
     update();
 }
 

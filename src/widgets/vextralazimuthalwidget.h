@@ -9,6 +9,7 @@
 #include <QWidget>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 class AzimuthalPicture;
@@ -109,7 +110,7 @@ private:
 
     void paintRow(QPainter &painter);
     void paintMap(QPainter &painter);
-    AzimuthalScene scene(const QPainter &painter, double scale) const;
+    AzimuthalScene scene(const QPainter &painter, double scale);
     QSvgRenderer *arrowOf(const CVextralAntenna &antenna) const;
     double shownAzimuthOf(const CVextralAntenna &antenna) const;
 
@@ -127,7 +128,7 @@ private:
     QColor m_markerColor = Qt::white;
     QColor m_markerTextColor = Qt::black;
     bool m_boldLabels = true;
-    QImage m_mapImage;
+    std::optional<QImage> m_mapImage; ///< None until it is painted for the first time.
     double m_centreX = 0.0;
     double m_centreY = 0.0;
     double m_radius = 0.0;
