@@ -5,6 +5,7 @@
 #include "settings/settings.h"
 #include "widgets/vextralazimuthalwidget.h"
 
+#include <QFile>
 #include <QLayout>
 #include <QResizeEvent>
 
@@ -113,8 +114,12 @@ void CMainWindow::storeSize(const QSize &size)
         return;
     *current = size;
     CSettings settings;
-    QSize *const stored[] = {&settings.extendedSize, &settings.miniSize, &settings.superMiniSize};
-    *stored[m_interfaceMode] = size;
+    QSize *const sizes[] = {&settings.extendedSize, &settings.miniSize, &settings.superMiniSize};
+    QSize *stored = sizes[m_interfaceMode];
+    // The window opens in the size that is stored: its first picture does not wait for the disk.
+    if (*stored == size && QFile::exists(CSettings::settingsFilePath()))
+        return;
+    *stored = size;
     settings.save();
 }
 
