@@ -30,6 +30,8 @@ const QSize indicatorSize(45, 15);
 constexpr int smallestCaption = 9;
 constexpr int usualCaption = 11;
 constexpr int largestCaption = 22;
+/// Captions are measured in the title's font size: one more size would cost one more search for its font.
+constexpr int measuredCaption = 20;
 /// Border and padding of an antenna button, on both sides together.
 constexpr int captionMargins = 12;
 
@@ -40,16 +42,15 @@ QFont captionFont(const QFont &font, int pixelSize)
     return result;
 }
 
-/// The pixel size at which the button's caption fills the button. Measured at one size for all, because each
-/// new size costs a search for its font.
+/// The pixel size at which the button's caption fills the button.
 int fillingSize(const QAbstractButton *button)
 {
-    const QFontMetrics metrics(captionFont(button->font(), largestCaption));
+    const QFontMetrics metrics(captionFont(button->font(), measuredCaption));
     const QSizeF needed = metrics.size(Qt::TextShowMnemonic, button->text());
     const QSizeF room = button->size() - QSize(captionMargins, captionMargins);
     if (needed.isEmpty())
         return largestCaption;
-    return static_cast<int>(largestCaption
+    return static_cast<int>(measuredCaption
                             * std::min(room.width() / needed.width(), room.height() / needed.height()));
 }
 

@@ -29,12 +29,20 @@ const QLatin1String largeInfoSheet("background-color: transparent; font-size: 16
 const QLatin1String smallInfoSheet("background-color: transparent; font-size: 11px; color: white;");
 const QLatin1String titleSheet("background-color: transparent; font-size: 20px; color: white;");
 
+/// A panel that is not seen yet shows its children with itself. Showing them before would polish and measure
+/// each of them for nothing.
+void showOnSeenPanel(QWidget *child)
+{
+    if (child->parentWidget()->isVisible())
+        child->show();
+}
+
 QLabel *createLabel(const QLatin1String &sheet, QWidget *panel)
 {
     auto *label = new QLabel(panel);
     label->setStyleSheet(sheet);
     label->setAttribute(Qt::WA_TransparentForMouseEvents);
-    label->show();
+    showOnSeenPanel(label);
     return label;
 }
 
@@ -64,7 +72,7 @@ CAntennaButton *createAntennaButton(const QString &text, QWidget *panel)
     font.setPixelSize(captionSize);
     button->setFont(font);
     button->setFocusPolicy(Qt::NoFocus);
-    button->show();
+    showOnSeenPanel(button);
     return button;
 }
 
@@ -75,7 +83,7 @@ CLedButton *createLed(const QString &text, const QString &spokenName, QWidget *p
     led->setRadius(ledRadius);
     led->setFocusPolicy(Qt::NoFocus);
     led->setAccessibleName(spokenName);
-    led->show();
+    showOnSeenPanel(led);
     return led;
 }
 
