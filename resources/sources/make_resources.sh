@@ -10,7 +10,8 @@ images=../images
 python=python3
 "$python" -c 'import fontTools' 2>/dev/null || python=/usr/bin/python3
 
-rsvg-convert --output "$images/Vextral.png" Vextral.svg
+# A window shows no more of its icon than this, and the start waits for reading it.
+rsvg-convert --width 128 --height 128 --output "$images/Vextral.png" Vextral.svg
 rsvg-convert --output "$images/logo.png" logo.svg
 for icon in mapIco zoomInIco zoomOutIco; do
     rsvg-convert --output "$images/$icon.png" "$icon.svg"

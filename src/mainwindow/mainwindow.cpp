@@ -33,6 +33,8 @@ namespace {
 /// Two key presses of one search in a list may lie this far apart; operators look away from the keyboard.
 constexpr int keyboardInputIntervalMs = 30000;
 
+constexpr int iconSide = 128;
+
 template <typename Widget, typename Value>
 void showSilently(Widget *widget, void (Widget::*set)(Value), std::decay_t<Value> value)
 {
@@ -65,7 +67,7 @@ CMainWindow::CMainWindow(const ControllerFactory &makeController, QWidget *paren
     connect(&m_directionTimer, &QTimer::timeout, this, &CMainWindow::onAntennaDirectionTimer);
     QApplication::setKeyboardInputInterval(keyboardInputIntervalMs);
     createSettingsDialog();
-    setWindowIcon(QIcon(QStringLiteral(":images/Vextral.png")));
+    showIcon();
 
     const CSettings settings;
     m_extendedSize = settings.extendedSize;
@@ -91,6 +93,14 @@ CMainWindow::~CMainWindow()
     delete m_controller;
     if (CurrentObjects::settingsDialog() && CurrentObjects::settingsDialog()->parent() == this)
         CurrentObjects::setSettingsDialog(nullptr);
+}
+
+void CMainWindow::showIcon()
+{
+    // With its size told, the picture is read only where the desktop asks for it.
+    QIcon icon;
+    icon.addFile(QStringLiteral(":images/Vextral.png"), QSize(iconSide, iconSide));
+    setWindowIcon(icon);
 }
 
 void CMainWindow::collectMemoryButtons()

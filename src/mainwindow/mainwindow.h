@@ -74,6 +74,7 @@ private:
     enum InterfaceMode { Extended = 0, Mini = 1, SuperMini = 2 };
 
     // mainwindow.cpp
+    void showIcon();
     void collectMemoryButtons();
     void passDirectionKeysToWindow();
     void createSettingsDialog();
