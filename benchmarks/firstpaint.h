@@ -3,10 +3,12 @@
 #include <QCoreApplication>
 #include <QEvent>
 #include <QObject>
+#include <QTimer>
 
 #include <cstdio>
 
-/// Says "painted" on the standard output when the watched window paints for the first time.
+/// Says "painted" on the standard output when the watched window and all that is in it have been painted for
+/// the first time.
 class FirstPaint : public QObject
 {
 public:
@@ -16,8 +18,10 @@ public:
     {
         if (event->type() == QEvent::Paint && !m_said) {
             m_said = true;
-            std::puts("painted");
-            std::fflush(stdout);
+            QTimer::singleShot(0, this, [] {
+                std::puts("painted");
+                std::fflush(stdout);
+            });
         }
         return QObject::eventFilter(watched, event);
     }
