@@ -15,7 +15,6 @@
 
 namespace {
 
-constexpr double fullTurn = 360.0;
 constexpr int lastDegree = 359;
 const QLatin1String arrowPath(":images/arrow4.svg");
 
@@ -54,12 +53,7 @@ void CVextralAntenna::setAngle(double angle)
 
 void CVextralAntenna::setRotation(double rotation)
 {
-    if (rotation >= fullTurn)
-        m_rotation = rotation - fullTurn;
-    else if (rotation < 0.0)
-        m_rotation = rotation + fullTurn;
-    else
-        m_rotation = rotation;
+    m_rotation = foldedAngle(rotation);
 }
 
 void CVextralAntenna::setTarget(double target)

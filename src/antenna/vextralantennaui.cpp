@@ -7,13 +7,11 @@
 #include "device/vextralremotecontrol.h"
 #include "settings/settings.h"
 #include "ui_vextralantennaui.h"
-#include "widgets/rotationdigitaldisplaywidget.h"
 #include "widgets/rotorselectorwidget.h"
 #include "widgets/vextralazimuthalwidget.h"
 
 #include <QKeyEvent>
 #include <QPainter>
-#include <QSignalBlocker>
 
 namespace {
 
@@ -33,29 +31,21 @@ void changeSettings(const CVextralAntenna *antenna, Change change)
     settings.save();
 }
 
-void showInDisplay(const CVextralAntenna *antenna, int angle)
-{
-    CRotationDigitalDisplayWidget *display = antenna->map() ? antenna->map()->displayOf(antenna) : nullptr;
-    if (!display)
-        return;
-    const QSignalBlocker blocker(display);
-    display->setValue(angle, true);
-}
-
 /// The antenna has no rotor that could turn it: it is taken to point where the operator says.
 void pointAt(CVextralAntenna *antenna, int angle)
 {
     antenna->setAngle(angle);
     qDebug("oaaoaoo6: %d", angle);
     antenna->setTarget(angle);
-    showInDisplay(antenna, angle);
+    antenna->map()->showInDisplay(antenna, angle);
     antenna->map()->update();
-    changeSettings(antenna, [angle](CSettings &settings, int i) { settings.angles[i] = angle; });
+    CSettings::storeAngle(antenna->index(), angle);
 }
 
 /// Selecting the rotor pumps events, so nothing is taken for granted after it.
-void turnByRotor(QPointer<CVextralAntenna> antenna, int angle)
+void turnByRotor(CVextralAntenna *turned, int angle)
 {
+    const QPointer<CVextralAntenna> antenna = turned;
     const QPointer<CVextralRemoteControl> controller = antenna->controller();
     if (!controller->setCurrentRotor(antenna->rotorId()) || !antenna || !controller)
         return;
@@ -241,11 +231,13 @@ void CVextralAntennaUI::onRotorSelectorIndexChanged(int currentIndex)
     m_antenna->refreshEditor();
 
     const double angle = m_antenna->angle();
-    if (m_antenna->map())
-        m_antenna->map()->refreshDisplays(true, false);
+    CVextralAzimuthalWidget *map = m_antenna->map();
+    if (map)
+        map->refreshDisplays(true, false);
     m_antenna->setAngle(angle);
     m_antenna->setTarget(angle);
-    showInDisplay(m_antenna, roundedDegrees(angle));
+    if (map)
+        map->showInDisplay(m_antenna, roundedDegrees(angle));
     changeSettings(m_antenna, [=](CSettings &settings, int i) { settings.rotorIds[i] = currentIndex; });
 }
 

@@ -30,6 +30,14 @@ inline int foldedDegrees(int degrees)
     return degrees < 0 ? degrees + 360 : degrees;
 }
 
+/// The same for an angle: into [0, 360).
+inline double foldedAngle(double degrees)
+{
+    if (degrees >= 360.0)
+        return degrees - 360.0;
+    return degrees < 0.0 ? degrees + 360.0 : degrees;
+}
+
 /// Rounded and folded for a display; 0 for what is further than one turn off.
 inline int shownDegrees(double degrees)
 {

@@ -7,6 +7,9 @@
 #include <QKeyEvent>
 #include <QMessageBox>
 
+#include <array>
+#include <utility>
+
 namespace {
 
 QString boldCaption(const QString &text)
@@ -14,6 +17,14 @@ QString boldCaption(const QString &text)
     return QStringLiteral(
                "<html><head/><body><p><span style=\" font-weight:600;\">%1</span></p></body></html>")
         .arg(text.toHtmlEscaped());
+}
+
+/// The interface modes' buttons and their words in the settings.
+std::array<std::pair<QRadioButton *, QString>, 3> modesOf(const Ui::CSettingsDIalog &ui)
+{
+    return {{{ui.extendedUIRadioButton, QStringLiteral("extended")},
+             {ui.miniUiRadioButton, QStringLiteral("mini")},
+             {ui.superMiniUIRadioButton, QStringLiteral("supermini")}}};
 }
 
 } // namespace
@@ -58,12 +69,10 @@ void CSettingsDIalog::save()
 
 QString CSettingsDIalog::interfaceModeName() const
 {
-    if (m_ui->extendedUIRadioButton->isChecked())
-        return QStringLiteral("extended");
-    if (m_ui->miniUiRadioButton->isChecked())
-        return QStringLiteral("mini");
-    if (m_ui->superMiniUIRadioButton->isChecked())
-        return QStringLiteral("supermini");
+    for (const auto &[button, word] : modesOf(*m_ui)) {
+        if (button->isChecked())
+            return word;
+    }
     return {};
 }
 
@@ -127,11 +136,7 @@ void CSettingsDIalog::on_serialPortButton_clicked()
 
 void CSettingsDIalog::checkInterfaceMode(const QString &mode)
 {
-    const std::pair<QRadioButton *, QString> modes[] = {
-        {m_ui->extendedUIRadioButton, QStringLiteral("extended")},
-        {m_ui->miniUiRadioButton, QStringLiteral("mini")},
-        {m_ui->superMiniUIRadioButton, QStringLiteral("supermini")},
-    };
+    const auto modes = modesOf(*m_ui);
     // The checked button of an exclusive group refuses to be unchecked.
     for (const auto &[button, word] : modes) {
         button->setAutoExclusive(false);

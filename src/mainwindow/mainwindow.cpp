@@ -12,9 +12,9 @@
 #include "mainwindow/currentobjects.h"
 #include "settings/settings.h"
 #include "widgets/antennabutton.h"
+#include "widgets/buttoncaption.h"
 #include "widgets/ledbutton.h"
 #include "widgets/memorybutton.h"
-#include "widgets/rotationdigitaldisplaywidget.h"
 #include "widgets/rotorselectorwidget.h"
 #include "widgets/vextralazimuthalwidget.h"
 #include "widgets/vextralremotecontrolwidget.h"
@@ -34,6 +34,7 @@ namespace {
 constexpr int keyboardInputIntervalMs = 30000;
 
 constexpr int iconSide = 128;
+constexpr double zoomStep = 0.2;
 
 template <typename Widget, typename Value>
 void showSilently(Widget *widget, void (Widget::*set)(Value), std::decay_t<Value> value)
@@ -82,6 +83,7 @@ CMainWindow::CMainWindow(const ControllerFactory &makeController, QWidget *paren
     fitFramesToContent();
     openPort(settings.comPortName);
     createDeviceShortcuts();
+    connectMenu();
     update();
 }
 
@@ -178,7 +180,7 @@ void CMainWindow::applySettings(const CSettings &settings)
         m_memoryButtons[i]->setText(settings.memories[i]);
     const QList<CAntennaButton *> radios = m_ui->remoteControlWidget->radioButtons();
     for (int i = 0; i < radios.size() && i < CSettings::elementCount; ++i)
-        radios[i]->setText(QString(settings.radioNames[i]).replace(QLatin1String("&"), QLatin1String("&&")));
+        radios[i]->setText(captionOfName(settings.radioNames[i]));
     m_ui->remoteControlWidget->relayout();
     m_ui->azimuthalWidget->update();
     applyInterfaceMode(modeOfName(settings.interfaceMode));
@@ -200,25 +202,16 @@ void CMainWindow::applyAntennaSettings(const CSettings &settings)
         antenna->setName(settings.names[i]);
 
         const int degrees = shownDegrees(settings.angles[i]);
-        if (CRotationDigitalDisplayWidget *display = m_ui->azimuthalWidget->displayOf(antenna)) {
-            const QSignalBlocker blocker(display);
-            display->setValue(degrees, true);
-        }
+        m_ui->azimuthalWidget->showInDisplay(antenna, degrees);
         CVextralAntennaUI *editor = antenna->editor();
         if (!editor)
             continue;
-        {
-            const QSignalBlocker blocker(editor->colorWidget());
-            editor->colorWidget()->setColor(settings.colors[i]);
-        }
+        showSilently(editor->colorWidget(), &CColorWidget::setColor, settings.colors[i]);
         if (!antenna->isRotorConnected())
             showSilently<QAbstractButton>(editor->enabledCheckBox(), &QAbstractButton::setChecked,
                                           settings.enabled[i]);
         showAngle(editor, degrees, antenna->rotorId());
-        {
-            const QSignalBlocker blocker(editor->nameEdit());
-            editor->nameEdit()->setText(settings.names[i]);
-        }
+        showSilently(editor->nameEdit(), &QLineEdit::setText, settings.names[i]);
         m_ui->tabWidget->setTabText(i, QStringLiteral("A%1").arg(i + 1));
     }
 }
@@ -300,12 +293,12 @@ void CMainWindow::toggleRotor()
 
 void CMainWindow::on_zoomInButton_clicked()
 {
-    m_ui->azimuthalWidget->setZoom(m_ui->azimuthalWidget->zoom() + 0.2);
+    m_ui->azimuthalWidget->setZoom(m_ui->azimuthalWidget->zoom() + zoomStep);
 }
 
 void CMainWindow::on_zoomInButton_2_clicked()
 {
-    m_ui->azimuthalWidget->setZoom(m_ui->azimuthalWidget->zoom() - 0.2);
+    m_ui->azimuthalWidget->setZoom(m_ui->azimuthalWidget->zoom() - zoomStep);
 }
 
 void CMainWindow::closeEvent(QCloseEvent *event)

@@ -93,6 +93,7 @@ private:
     QShortcut *addShortcut(const QString &keys, void (CMainWindow::*slot)());
     void createFixedShortcuts();
     void createDeviceShortcuts();
+    void connectMenu();
     void createRadioShortcuts();
 
     // windowmemories.cpp

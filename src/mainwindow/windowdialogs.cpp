@@ -8,18 +8,18 @@
 #include "mainwindow/currentobjects.h"
 #include "settings/relayboxswap.h"
 #include "settings/settings.h"
+#include "settings/wholefile.h"
 #include "widgets/antennabutton.h"
 #include "widgets/azimuthalmapimage.h"
+#include "widgets/buttoncaption.h"
 #include "widgets/memorybutton.h"
 #include "widgets/vextralazimuthalwidget.h"
 #include "widgets/vextralremotecontrolwidget.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileDialog>
 #include <QImageReader>
 #include <QMessageBox>
-#include <QSaveFile>
 #include <QScopedValueRollback>
 
 // What the window opens, and the change to another relay box. Dialogs are modal but run no event loop of
@@ -30,23 +30,6 @@ namespace {
 std::vector<CAntennaButton *> toVector(const QList<CAntennaButton *> &buttons)
 {
     return {buttons.begin(), buttons.end()};
-}
-
-/// Puts a copy of `source` at `path`. What stood there goes only once the copy is complete.
-bool replaceFile(const QString &path, const QString &source)
-{
-    QFile from(source);
-    QSaveFile to(path);
-    if (!from.open(QIODevice::ReadOnly) || !to.open(QIODevice::WriteOnly))
-        return false;
-    to.write(from.readAll());
-    return to.commit();
-}
-
-/// Buttons show each "&" of a name doubled, so that it is no mnemonic.
-QString nameOfCaption(const QString &caption)
-{
-    return QString(caption).replace(QLatin1String("&&"), QLatin1String("&"));
 }
 
 /// Gives the buttons the captions that were changed on their copies, and keeps them as names.
@@ -170,7 +153,7 @@ void CMainWindow::installMapImage(const QString &chosenFile)
     // The chosen file may be the one in place, which must not be removed before it is copied.
     const bool isInPlace =
         chosen.canonicalFilePath() == QFileInfo(AzimuthalMapImage::installedPath()).canonicalFilePath();
-    if (isInPlace || replaceFile(AzimuthalMapImage::installedPath(), chosenFile))
+    if (isInPlace || copyWholeFile(chosenFile, AzimuthalMapImage::installedPath()))
         m_ui->azimuthalWidget->reloadMap();
 }
 

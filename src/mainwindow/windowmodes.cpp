@@ -7,7 +7,6 @@
 
 #include <QFile>
 #include <QLayout>
-#include <QResizeEvent>
 
 // The window's three sizes and looks, and the properties panel that widens it.
 
@@ -19,11 +18,9 @@ constexpr int propertiesButtonSide = 20;
 constexpr int propertiesButtonRightOffset = 22;
 constexpr int propertiesButtonTop = 2;
 
-/// The map counts its modes otherwise than the window.
-constexpr int mapExtended = 1;
-constexpr int mapNotExtended = 0;
-
-const QSize defaultSizes[] = {QSize(441, 473), QSize(371, 160), QSize(371, 110)};
+/// By window mode.
+constexpr QSize defaultSizes[] = {CSettings::defaultExtendedSize, CSettings::defaultMiniSize,
+                                  CSettings::defaultSuperMiniSize};
 
 } // namespace
 
@@ -65,7 +62,8 @@ void CMainWindow::applyInterfaceMode(int mode)
     if (const QSize *stored = sizeOfMode(mode)) {
         size = stored->isValid() ? *stored : defaultSizes[mode];
         const bool hasRotor = m_controller->rotorCount() >= 1;
-        m_ui->azimuthalWidget->setInterfaceMode(mode == Extended ? mapExtended : mapNotExtended);
+        m_ui->azimuthalWidget->setInterfaceMode(mode == Extended ? CVextralAzimuthalWidget::Extended
+                                                                 : CVextralAzimuthalWidget::Row);
         m_ui->propertiesButton->setVisible(mode == Extended);
         m_ui->memoryButtonsFrame->setVisible(mode != SuperMini && hasRotor);
         m_ui->azimuthalWidget->setVisible(allowsExtended && mode != SuperMini);

@@ -78,7 +78,10 @@ void CMainWindow::createDeviceShortcuts()
         txButtons[i]->setToolTip(toolTipWithKey(QStringLiteral("TX"), i + 1, keys));
     }
     createRadioShortcuts();
+}
 
+void CMainWindow::connectMenu()
+{
     const bool allowsSettingsDialog = m_controller->capabilityH();
     const bool allowsLabelEditor = m_controller->capabilityI();
     if (allowsSettingsDialog)

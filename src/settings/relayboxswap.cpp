@@ -1,9 +1,10 @@
 #include "settings/relayboxswap.h"
 
+#include "settings/wholefile.h"
+
 #include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <optional>
 
@@ -13,25 +14,11 @@ namespace {
 /// that failed.
 std::optional<int> boxThatStayed;
 
-/// Puts a whole copy in the place of `target`, in one step: killed at any moment, the program leaves the
-/// former file or the new one. Unbuffered, because a last part that the disk did not take goes unnoticed
-/// otherwise.
-bool copyWhole(const QString &source, const QString &target)
-{
-    QFile from(source);
-    if (!from.open(QIODevice::ReadOnly))
-        return false;
-    const QByteArray contents = from.readAll();
-    QSaveFile to(target);
-    return to.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && to.write(contents) == contents.size()
-        && to.commit();
-}
-
 /// True when the present configuration is safe in `kept`, or there is none.
 bool keepPresent(const QString &kept)
 {
     const QString present = CSettings::settingsFilePath();
-    return !QFile::exists(present) || copyWhole(present, kept);
+    return !QFile::exists(present) || copyWholeFile(present, kept);
 }
 
 /// Makes `wanted` the settings file.
@@ -39,7 +26,7 @@ bool bringBack(const QString &wanted)
 {
     const QString path = CSettings::settingsFilePath();
     const QDateTime before = QFileInfo(path).lastModified();
-    if (!copyWhole(wanted, path))
+    if (!copyWholeFile(wanted, path))
         return false;
     // QSettings remembers a file by size and time of change, and would serve the old content of another one
     // that agrees in both.

@@ -151,9 +151,9 @@ void CSettings::load()
     loadTexts(file, names, namePrefix, "Antena");
     loadTexts(file, memories, memoryPrefix, "M");
     loadTexts(file, radioNames, radioNamePrefix, "Radio ");
-    extendedSize = file.value(extendedSizeKey, QSize(441, 473)).toSize();
-    miniSize = file.value(miniSizeKey, QSize(371, 160)).toSize();
-    superMiniSize = file.value(superMiniSizeKey, QSize(371, 110)).toSize();
+    extendedSize = file.value(extendedSizeKey, defaultExtendedSize).toSize();
+    miniSize = file.value(miniSizeKey, defaultMiniSize).toSize();
+    superMiniSize = file.value(superMiniSizeKey, defaultSuperMiniSize).toSize();
     rememberFile();
 }
 

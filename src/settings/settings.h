@@ -44,6 +44,10 @@ public:
     QSize miniSize;
     QSize superMiniSize;
     QString relayBoxName;
+    static constexpr QSize defaultExtendedSize{441, 473};
+    static constexpr QSize defaultMiniSize{371, 160};
+    static constexpr QSize defaultSuperMiniSize{371, 110};
+
     QString comPortName;
     /// "extended", "mini" or "supermini".
     QString interfaceMode;

@@ -36,10 +36,10 @@ private:
     struct Entry
     {
         QRect original;
-        int topMode;
-        int leftMode;
-        int rightMode;
-        int bottomMode;
+        int topMode = 0;
+        int leftMode = 0;
+        int rightMode = 0;
+        int bottomMode = 0;
         QPointer<QWidget> child;
     };
 

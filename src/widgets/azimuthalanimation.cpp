@@ -1,5 +1,7 @@
 #include "widgets/azimuthalanimation.h"
 
+#include "device/degrees.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -19,13 +21,6 @@ bool isClockwise(double from, double to)
     if (isWithin(0.0, from, 90.0) && isWithin(270.0, to, fullTurn))
         return false;
     return from <= to;
-}
-
-double foldedOnce(double angle)
-{
-    if (angle >= fullTurn)
-        return angle - fullTurn;
-    return angle < 0.0 ? angle + fullTurn : angle;
 }
 
 bool isSameDegree(double a, double b)
@@ -65,7 +60,7 @@ Tick nextTick(const Turn &turn)
     if (turn.step == 0.0)
         return {turn.drawn, !turn.rotating || isSameDegree(turn.drawn, turn.target)};
 
-    const double moved = foldedOnce(turn.drawn + turn.step);
+    const double moved = foldedAngle(turn.drawn + turn.step);
     const bool hasArrived = isSameDegree(moved, turn.target);
     if (!turn.guarded || isShortOfTarget(turn))
         return {moved, hasArrived};

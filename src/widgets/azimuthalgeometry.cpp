@@ -85,7 +85,7 @@ QLineF tickAt(const AzimuthalGeometry::Compass &compass, double painterAngle, do
 template <std::size_t Count>
 std::vector<QRect> rectsAt(const std::array<Place, Count> &places, const QSize &size)
 {
-    const float displayWidth = size.width() * nominalDisplayWidth / nominalWidth;
+    const float displayWidth = static_cast<float>(size.width()) * nominalDisplayWidth / nominalWidth;
     const float displayHeight = displayWidth / 60.0F * 30.0F;
     const QSize display(static_cast<int>(displayWidth), static_cast<int>(displayHeight));
     const int right = size.width() - displayMargin - display.width();
@@ -190,6 +190,7 @@ std::vector<QLineF> tenDegreeTicks(const Compass &compass, double scale)
 std::vector<QLineF> fiveDegreeTicks(const Compass &compass, double scale)
 {
     std::vector<QLineF> ticks;
+    ticks.reserve(tickCount);
     for (int i = 0; i < tickCount; ++i)
         ticks.push_back(tickAt(compass, (i + 0.5) * tickDegrees, tickInset * scale, 0.0));
     return ticks;

@@ -145,7 +145,7 @@ void CRotationDialWidget::paintInnerDisc(QPainter &painter, int diameter) const
 void CRotationDialWidget::paintPointer(QPainter &painter, int diameter) const
 {
     painter.setPen(QPen(pointerColor, 2));
-    painter.translate(diameter / 2, diameter / 2);
+    painter.translate(QPoint(diameter / 2, diameter / 2));
     painter.rotate(m_value);
     painter.drawLine(pointerLine(diameter));
 }

@@ -1,5 +1,6 @@
 #include "widgets/rotationdigitaldisplaywidget.h"
 
+#include "device/degrees.h"
 #include "widgets/mouseposition.h"
 
 #include <QFontDatabase>
@@ -62,14 +63,11 @@ void CRotationDigitalDisplayWidget::setValue(int value, bool force)
 {
     if (m_editing && !force)
         return;
-    if (value < 0)
-        value += 360;
-    else if (value >= 360)
-        value -= 360;
-    if (value == m_value)
+    const int folded = foldedDegrees(value);
+    if (folded == m_value)
         return;
-    m_value = value;
-    setAccessibleDescription(describedValue(value));
+    m_value = folded;
+    setAccessibleDescription(describedValue(folded));
 }
 
 void CRotationDigitalDisplayWidget::setHighlighted(bool highlighted)

@@ -9,11 +9,9 @@
 #include "widgets/azimuthalpicture.h"
 #include "widgets/rotationdigitaldisplaywidget.h"
 
-#include <QSignalBlocker>
 #include <QVariant>
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
 
@@ -129,6 +127,15 @@ CRotationDigitalDisplayWidget *CVextralAzimuthalWidget::displayOf(const CVextral
     const auto found = std::find_if(m_displays.begin(), m_displays.end(),
                                     [antenna](const auto *display) { return antennaOf(display) == antenna; });
     return found == m_displays.end() ? nullptr : *found;
+}
+
+void CVextralAzimuthalWidget::showInDisplay(const CVextralAntenna *antenna, int degrees)
+{
+    CRotationDigitalDisplayWidget *display = displayOf(antenna);
+    if (!display)
+        return;
+    display->setValue(degrees, true);
+    display->update();
 }
 
 void CVextralAzimuthalWidget::refreshDisplays(bool fixedFlags, bool enabledFlags)
@@ -289,11 +296,7 @@ void CVextralAzimuthalWidget::doChangeTargetAngleValue(int angle)
     } else {
         qDebug("CVextralAzimuthalWidget::doChangeTargetAngleValue() rotor: no");
         m_currentAntenna->setAngle(angle);
-        if (CRotationDigitalDisplayWidget *display = displayOf(m_currentAntenna)) {
-            const QSignalBlocker blocker(display);
-            display->setValue(angle, true);
-            display->update();
-        }
+        showInDisplay(m_currentAntenna, angle);
         updateDescription();
     }
     update();

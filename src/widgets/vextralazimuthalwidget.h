@@ -51,11 +51,14 @@ public:
     std::vector<CVextralAntenna *> antennas() const { return m_antennas; }
     /// The display of an antenna, or null.
     CRotationDigitalDisplayWidget *displayOf(const CVextralAntenna *antenna) const;
+    /// Puts whole degrees into the antenna's display, also while the operator is turning it.
+    void showInDisplay(const CVextralAntenna *antenna, int degrees);
 
     /// Width of the map image in compass diameters; any number, no bounds.
     double zoom() const { return m_zoom; }
     void setZoom(double zoom);
-    /// 1 = extended, anything else a row of displays without compass.
+    /// Anything but Extended is a row of displays without compass.
+    enum InterfaceMode { Row = 0, Extended = 1 };
     int interfaceMode() const { return m_interfaceMode; }
     void setInterfaceMode(int mode);
     /// Loads the map image again from beside the executable.
@@ -98,7 +101,7 @@ private slots:
     void animate();
 
 private:
-    bool isExtended() const { return m_interfaceMode == 1; }
+    bool isExtended() const { return m_interfaceMode == Extended; }
     CVextralRemoteControl *controllerFor(const CVextralAntenna *antenna) const;
     CRotationDigitalDisplayWidget *createDisplay(CVextralAntenna *antenna);
     void layoutDisplays();
@@ -115,9 +118,9 @@ private:
     double shownAzimuthOf(const CVextralAntenna &antenna) const;
 
     QPointer<CVextralRemoteControl> m_controller;
-    int m_interfaceMode = 1;
+    int m_interfaceMode = Extended;
     double m_animationTicks = AzimuthalAnimation::ticksIn(1500);
-    double m_animationStep = 0.5;
+    double m_animationStep = AzimuthalAnimation::restingStep;
     QTimer m_animationTimer;
     QPointer<CVextralAntenna> m_animatedAntenna;
     std::vector<CRotationDigitalDisplayWidget *> m_displays;

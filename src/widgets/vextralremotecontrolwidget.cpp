@@ -11,6 +11,7 @@
 #include <QPixmap>
 #include <QToolTip>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -250,11 +251,12 @@ bool CVextralRemoteControlWidget::event(QEvent *event)
 /// The indicators take no mouse, so their tool tips are asked of the panel.
 bool CVextralRemoteControlWidget::showIndicatorToolTip(const QHelpEvent &event)
 {
-    for (const CLedButton *indicator : {m_sendIndicator, m_powerIndicator, m_splitIndicator}) {
-        if (!indicator || !indicator->isVisible() || !indicator->geometry().contains(event.pos()))
-            continue;
-        QToolTip::showText(event.globalPos(), indicator->toolTip(), this, indicator->geometry());
-        return true;
-    }
-    return false;
+    const auto indicators = {m_sendIndicator, m_powerIndicator, m_splitIndicator};
+    const auto pointed = std::find_if(indicators.begin(), indicators.end(), [&event](const CLedButton *led) {
+        return led && led->isVisible() && led->geometry().contains(event.pos());
+    });
+    if (pointed == indicators.end())
+        return false;
+    QToolTip::showText(event.globalPos(), (*pointed)->toolTip(), this, (*pointed)->geometry());
+    return true;
 }

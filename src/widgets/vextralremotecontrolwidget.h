@@ -80,14 +80,14 @@ private:
     void createLabels();
     bool showIndicatorToolTip(const QHelpEvent &event);
 
-    // vextralremotecontrollayout.cpp
+    // vextralremotecontrolwidgetlayout.cpp
     /// The dark screen in the middle of the face, between the columns of what stands beside it.
     QRect displayArea() const;
     void layoutOwnPanel();
     void layoutOwnButtons();
     void layoutOwnIndicators();
 
-    // vextralremotecontrolpainting.cpp
+    // vextralremotecontrolwidgetpainting.cpp
     void paintFace(QPainter &painter) const;
     void paintDisplay(QPainter &painter) const;
 

@@ -6,7 +6,6 @@
 
 #include <QFontMetrics>
 #include <QLabel>
-#include <QResizeEvent>
 
 #include <algorithm>
 #include <utility>
@@ -23,7 +22,7 @@ constexpr int rightColumn = 85;
 constexpr int titleBottom = 30;
 constexpr int gap = 2;
 
-const QRect logoRect(10, 4, 80, 36);
+const QPoint logoPlace(10, 4);
 const QSize transmitSize(48, 20);
 const QSize indicatorSize(45, 15);
 
@@ -145,10 +144,10 @@ QRect CVextralRemoteControlWidget::displayArea() const
 
 void CVextralRemoteControlWidget::layoutOwnPanel()
 {
+    if (m_logoLabel)
+        m_logoLabel->move(logoPlace);
     layoutOwnButtons();
     layoutOwnIndicators();
-    if (m_logoLabel)
-        m_logoLabel->setGeometry(logoRect);
     if (m_largeInfoLabel) {
         m_largeInfoLabel->setGeometry(width() - rightColumn + 1, 5, rightColumn, 20);
         m_smallInfoLabel->setGeometry(width() - rightColumn + 1, 25, rightColumn, 14);
@@ -175,7 +174,7 @@ void CVextralRemoteControlWidget::layoutOwnIndicators()
 {
     QList<CLedButton *> indicators{m_powerIndicator, m_sendIndicator, m_splitIndicator};
     indicators.removeAll(nullptr);
-    const int top = m_logoLabel ? logoRect.bottom() + 1 + gap : margin;
+    const int top = m_logoLabel ? m_logoLabel->geometry().bottom() + 1 + gap : margin;
     const QRect column(0, top, leftColumn, height() - top - margin);
     const int stackHeight = indicators.size() * (indicatorSize.height() + gap) - gap;
     QRect place = centred({indicatorSize.width(), stackHeight}, column);
