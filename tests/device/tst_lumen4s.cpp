@@ -39,19 +39,15 @@ private slots:
 
     void namesAreShownAsTyped()
     {
-        const QMap<QString, QString> texts{
-            {"North/East", "North\nEast"}, {"A&B", "A&&B"}, {"&/Co/&&", "&&\nCo\n&&&&"}};
-        for (auto row = texts.begin(); row != texts.end(); ++row) {
-            m_device->antenna(2)->setName(row.key());
-            m_panel->relayout();
-            QCOMPARE(button(2)->text(), row.value());
-        }
+        m_device->antenna(2)->setName("&/North/A&B");
+        m_panel->relayout();
+        QCOMPARE(button(2)->text(), QString("&&\nNorth\nA&&B"));
     }
 
     void captionsGrowWithThePanelAndGiveWayToLongNames()
     {
         for (int i = 0; i < 4; ++i)
-            m_device->antenna(i)->setName(QStringLiteral("20m"));
+            m_device->antenna(i)->setName("20m");
         const auto captionSize = [this](const QSize &size) {
             m_panel->resize(size);
             m_panel->relayout();
@@ -59,7 +55,7 @@ private slots:
         };
         QCOMPARE(captionSize({418, 100}), 11);
         QVERIFY(captionSize({1254, 300}) > 11);
-        m_device->antenna(3)->setName(QStringLiteral("Beverage North East"));
+        m_device->antenna(3)->setName("Beverage North East");
         QVERIFY(captionSize({418, 100}) < 11);
     }
 

@@ -4,46 +4,33 @@
 #include <QTest>
 
 using namespace Protocol;
+using Kind = StatusReply::Kind;
 
 namespace {
 
-/// What a port in text mode hands out for the bytes on the wire: lines, CR LF at their end folded to LF.
-QList<QByteArray> linesFromPort(QByteArray wire)
+/// What the status reader makes of these bytes on the wire: a port in text mode hands them out line by line,
+/// CR LF folded to LF.
+StatusReply replyFromWire(const StatusQuery &query, const QByteArray &wire)
 {
-    QList<QByteArray> lines;
-    for (int end = wire.indexOf('\n'); end >= 0; end = wire.indexOf('\n')) {
-        QByteArray line = wire.left(end + 1);
-        wire.remove(0, end + 1);
-        if (line.endsWith("\r\n"))
-            line.replace(line.size() - 2, 2, "\n");
-        lines << line;
-    }
-    return lines;
-}
-
-/// Reads line after line as the status reader does; an error reply leaves the status invalid.
-CDeviceStatus statusFromWire(const StatusQuery &query, const QByteArray &wire)
-{
-    CDeviceStatus status;
+    QList<QByteArray> lines = wire.split('\n');
+    lines.removeLast(); // has no line end
     QByteArray buffer;
-    const QList<QByteArray> lines = linesFromPort(wire);
-    for (int round = 0; round < query.rounds && round < lines.size(); ++round) {
-        buffer += lines[round];
+    for (QByteArray line : lines.mid(0, query.rounds)) {
+        if (line.endsWith('\r'))
+            line.chop(1);
+        buffer += line + '\n';
         if (isErrorReply(buffer))
-            return status;
+            return StatusReply();
         if (isStatusReplyComplete(buffer))
             break;
     }
-    const StatusReply reply = decodeStatusReply(query, buffer);
-    status.valid = reply.kind == StatusReply::Kind::Good;
-    if (status.valid)
-        decodeStatusBytes(status, reply.a, reply.b);
-    status.angle = reply.angle;
-    return status;
+    return decodeStatusReply(query, buffer);
 }
 
-bool isStatusOf(const CDeviceStatus &status, int a, int b)
+bool isStatusOf(int a, int b)
 {
+    CDeviceStatus status;
+    decodeStatusBytes(status, quint8(a), quint8(b));
     for (int i = 0; i < 4; ++i) {
         if (status.antennaRx[i] != bool(a >> i & 1) || status.antennaTx[i] != bool(b >> i & 1))
             return false;
@@ -60,162 +47,98 @@ class TestProtocol : public QObject
     Q_OBJECT
 
 private slots:
-    void commandsReachTheWireAsTheBoxExpectsThem_data();
-    void commandsReachTheWireAsTheBoxExpectsThem();
-    void allPairsOfStatusBytesButTwoAreUnderstood();
-    void statusRepliesAreJudgedByLengthPrefixAndErrorMark_data();
-    void statusRepliesAreJudgedByLengthPrefixAndErrorMark();
-    void fullStatusTakesBitsFromBytesAndAngleFromText_data();
-    void fullStatusTakesBitsFromBytesAndAngleFromText();
-    void angleRepliesAreReadAtTheirPositions_data();
-    void angleRepliesAreReadAtTheirPositions();
-    void aReplyIsDumpedBitByBit();
-};
-
-void TestProtocol::commandsReachTheWireAsTheBoxExpectsThem_data()
-{
-    QTest::addColumn<QByteArray>("composed");
-    QTest::addColumn<QByteArray>("wire");
-    const auto row = [](const char *name, const QByteArray &composed, const QByteArray &wire) {
-        QTest::newRow(name) << composed << wire;
-    };
-    row("M 359.9", rotateToCommand(359.9), "M359\r\r\n\r\n");
-    row("M 7", rotateToCommand(7), "M007\r\r\n\r\n");
-    row("M -0.5", rotateToCommand(-0.5), "M000\r\r\n\r\n");
-    row("M -5", rotateToCommand(-5), "M-05\r\r\n\r\n");
-    row("M 1000", rotateToCommand(1000), "M1000\r\r\n\r\n");
-    row("CCW", rotateCCWCommand(), "L\r\r\n\r\n");
-    row("CW", rotateCWCommand(), "R\r\r\n\r\n");
-    row("stop", stopCommand(), "S\r\r\n\r\n");
-    row("K9", toggleCommand(9), "K9\r\n");
-    row("C", angleQuery(), "C\r\n");
-    row("K0", statusQuery.request, "K0\r\n");
-    row("KG", statusAndAngleQuery.request, "KG\r\n");
-}
-
-void TestProtocol::commandsReachTheWireAsTheBoxExpectsThem()
-{
-    QFETCH(QByteArray, composed);
-    QFETCH(QByteArray, wire);
-#ifdef Q_OS_WIN
-    QCOMPARE(onTheWire(composed), composed);
-    composed.replace("\n", "\r\n"); // what the port's text mode does there
-    QCOMPARE(composed, wire);
-#else
-    QCOMPARE(onTheWire(composed), wire);
-#endif
-}
-
-void TestProtocol::allPairsOfStatusBytesButTwoAreUnderstood()
-{
-    QList<QPair<int, int>> lost;
-    for (int a = 0; a < 256; ++a) {
-        for (int b = 0; b < 256; ++b) {
-            const QByteArray reply = QByteArray("ST=") + char(a) + char(b) + "\r\n";
-            const CDeviceStatus status = statusFromWire(statusQuery, reply);
-            if (!status.valid)
-                lost << qMakePair(a, b);
-            else
-                QVERIFY2(isStatusOf(status, a, b), qPrintable(QStringLiteral("%1 %2").arg(a).arg(b)));
-        }
+    void azimuthsAreTruncatedToAtLeastThreeDigits()
+    {
+        QCOMPARE(rotateToCommand(359.9), QByteArray("M359\r\n\n"));
+        QCOMPARE(rotateToCommand(7), QByteArray("M007\r\n\n"));
+        QCOMPARE(rotateToCommand(-0.5), QByteArray("M000\r\n\n"));
+        QCOMPARE(rotateToCommand(-5), QByteArray("M-05\r\n\n"));
+        QCOMPARE(rotateToCommand(1000), QByteArray("M1000\r\n\n"));
     }
-    // 0D 0A before the line end folds to one byte; 3F 3E spells the error mark.
-    const QList<QPair<int, int>> expected{{0x0D, 0x0A}, {0x3F, 0x3E}};
-    QCOMPARE(lost, expected);
-}
 
-void TestProtocol::statusRepliesAreJudgedByLengthPrefixAndErrorMark_data()
-{
-    using Kind = StatusReply::Kind;
-    QTest::addColumn<QByteArray>("buffer");
-    QTest::addColumn<int>("kind");
-    QTest::addColumn<bool>("error");
-    QTest::newRow("nothing") << QByteArray() << int(Kind::Empty) << false;
-    QTest::newRow("one line end") << QByteArray("\n") << int(Kind::Short) << false;
-    QTest::newRow("five bytes") << QByteArray("ST=A\n") << int(Kind::Short) << false;
-    QTest::newRow("six bytes") << QByteArray("ST=AB\n") << int(Kind::Good) << false;
-    QTest::newRow("in two lines") << QByteArray("ST=\nB\n") << int(Kind::Good) << false;
-    QTest::newRow("longer") << QByteArray("ST=AB and more\n") << int(Kind::Good) << false;
-    QTest::newRow("small letters") << QByteArray("st=AB\n") << int(Kind::WrongContent) << false;
-    QTest::newRow("the other query's reply") << QByteArray("AZ=123\n") << int(Kind::WrongContent) << false;
-    QTest::newRow("prefix behind a zero") << QByteArray("\0ST=AB\n", 7) << int(Kind::WrongContent) << false;
-    QTest::newRow("refused") << QByteArray("?>\n") << int(Kind::Short) << true;
-    QTest::newRow("refused within noise") << QByteArray("xxx?>yyy\n") << int(Kind::WrongContent) << true;
-    QTest::newRow("mark broken by a line end") << QByteArray("?\n>\n") << int(Kind::Short) << false;
-    QTest::newRow("mark behind a zero") << QByteArray("\0?>\n", 4) << int(Kind::Short) << false;
-}
+    void allPairsOfStatusBytesButTwoAreUnderstood()
+    {
+        QList<QPair<int, int>> lost;
+        for (int a = 0; a < 256; ++a) {
+            for (int b = 0; b < 256; ++b) {
+                const StatusReply reply =
+                    replyFromWire(statusQuery, QByteArray("ST=") + char(a) + char(b) + "\r\n");
+                if (reply.kind != Kind::Good || reply.a != a || reply.b != b)
+                    lost << qMakePair(a, b);
+                QVERIFY2(isStatusOf(a, b), qPrintable(QString("%1 %2").arg(a).arg(b)));
+            }
+        }
+        // 0D 0A before the line end folds to one byte; 3F 3E spells the error mark.
+        QCOMPARE(lost, (QList<QPair<int, int>>{{0x0D, 0x0A}, {0x3F, 0x3E}}));
+    }
 
-void TestProtocol::statusRepliesAreJudgedByLengthPrefixAndErrorMark()
-{
-    QFETCH(QByteArray, buffer);
-    QFETCH(int, kind);
-    QFETCH(bool, error);
-    QCOMPARE(int(decodeStatusReply(statusQuery, buffer).kind), kind);
-    QCOMPARE(isErrorReply(buffer), error);
-}
+    void statusRepliesAreJudgedByLengthPrefixAndErrorMark_data()
+    {
+        QTest::addColumn<QByteArray>("buffer");
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<bool>("error");
+        const auto row = [](const char *name, const QByteArray &buffer, Kind kind, bool error = false) {
+            QTest::newRow(name) << buffer << int(kind) << error;
+        };
+        row("nothing", "", Kind::Empty);
+        row("five bytes", "ST=A\n", Kind::Short);
+        row("six bytes", "ST=AB\n", Kind::Good);
+        row("in two lines", "ST=\nB\n", Kind::Good);
+        row("small letters", "st=AB\n", Kind::WrongContent);
+        row("prefix behind a zero", QByteArray("\0ST=AB\n", 7), Kind::WrongContent);
+        row("refused within noise", "xxx?>yyy\n", Kind::WrongContent, true);
+        row("mark broken by a line end", "?\n>\n", Kind::Short);
+        row("mark behind a zero", QByteArray("\0?>\n", 4), Kind::Short);
+    }
+    void statusRepliesAreJudgedByLengthPrefixAndErrorMark()
+    {
+        QFETCH(QByteArray, buffer);
+        QTEST(int(decodeStatusReply(statusQuery, buffer).kind), "kind");
+        QTEST(isErrorReply(buffer), "error");
+    }
 
-void TestProtocol::fullStatusTakesBitsFromBytesAndAngleFromText_data()
-{
-    QTest::addColumn<QByteArray>("wire");
-    QTest::addColumn<int>("a");
-    QTest::addColumn<int>("b");
-    QTest::addColumn<double>("angle");
-    QTest::newRow("plain") << QByteArray("T=\x11\xC0"
-                                         "123\r\n")
-                           << 0x11 << 0xC0 << 123.0;
-    QTest::newRow("a zero status byte ends the text") << QByteArray("T=\x00\x40"
-                                                                    "123\r\n",
-                                                                    9)
-                                                      << 0 << 0x40 << 0.0;
-    QTest::newRow("in two lines") << QByteArray("T\r\nAB123\r\n") << int('A') << int('B') << 23.0;
-    QTest::newRow("no number") << QByteArray("T=ABxyz\r\n") << int('A') << int('B') << 0.0;
-}
+    void fullStatusTakesBitsFromBytesAndAngleFromText_data()
+    {
+        QTest::addColumn<QByteArray>("wire");
+        QTest::addColumn<QString>("reply");
+        QTest::newRow("plain") << QByteArray("T=AB123\r\n") << "65 66 123";
+        QTest::newRow("a zero status byte ends the text") << QByteArray("T=\0B123\r\n", 9) << "0 66 0";
+        QTest::newRow("in two lines") << QByteArray("T\r\nAB123\r\n") << "65 66 23";
+        QTest::newRow("no number") << QByteArray("T=ABxyz\r\n") << "65 66 0";
+    }
+    void fullStatusTakesBitsFromBytesAndAngleFromText()
+    {
+        QFETCH(QByteArray, wire);
+        const StatusReply reply = replyFromWire(statusAndAngleQuery, wire);
+        QVERIFY(reply.kind == Kind::Good);
+        QTEST(QString("%1 %2 %3").arg(reply.a).arg(reply.b).arg(reply.angle), "reply");
+    }
 
-void TestProtocol::fullStatusTakesBitsFromBytesAndAngleFromText()
-{
-    QFETCH(QByteArray, wire);
-    QFETCH(int, a);
-    QFETCH(int, b);
-    QFETCH(double, angle);
-    const CDeviceStatus status = statusFromWire(statusAndAngleQuery, wire);
-    QVERIFY(status.valid);
-    QVERIFY(isStatusOf(status, a, b));
-    QCOMPARE(status.angle, angle);
-}
+    void angleRepliesAreReadAtTheirPositions_data()
+    {
+        QTest::addColumn<QByteArray>("buffer");
+        QTest::addColumn<double>("angle"); // -1: refused
+        const std::pair<const char *, double> rows[] = {
+            {"AZ=123\n", 123},    {"AZ=5\n", 5},           {"AZ=\n", 0},    {"az123\n", 23},
+            {"aZ:007 more\n", 7}, {"A\nZ=045\n", 45},      {"AZ=nan\n", 0}, {"AZ=inf\n", 0},
+            {"AZ=1e9\n", 0},      {"ST=AB\nAZ=123\n", -1}, {"A\n", -1}};
+        for (const auto &[buffer, angle] : rows)
+            QTest::newRow(qPrintable(QString(buffer).simplified())) << QByteArray(buffer) << angle;
+    }
+    void angleRepliesAreReadAtTheirPositions()
+    {
+        QFETCH(QByteArray, buffer);
+        QTEST(decodeAngle(buffer).value_or(-1.0), "angle");
+    }
 
-void TestProtocol::angleRepliesAreReadAtTheirPositions_data()
-{
-    QTest::addColumn<QByteArray>("buffer");
-    QTest::addColumn<double>("angle"); // -1: refused
-    QTest::newRow("AZ=123") << QByteArray("AZ=123\n") << 123.0;
-    QTest::newRow("short number") << QByteArray("AZ=5\n") << 5.0;
-    QTest::newRow("no number") << QByteArray("AZ=\n") << 0.0;
-    QTest::newRow("no separator") << QByteArray("az123\n") << 23.0;
-    QTest::newRow("mixed case") << QByteArray("aZ:007 more\n") << 7.0;
-    QTest::newRow("split by a line end") << QByteArray("A\nZ=045\n") << 45.0;
-    QTest::newRow("not a finite number") << QByteArray("AZ=nan\n") << 0.0;
-    QTest::newRow("infinite") << QByteArray("AZ=inf\n") << 0.0;
-    QTest::newRow("beyond any turn") << QByteArray("AZ=1e9\n") << 0.0;
-    QTest::newRow("another line first") << QByteArray("ST=AB\nAZ=123\n") << -1.0;
-    QTest::newRow("nothing") << QByteArray() << -1.0;
-}
-
-void TestProtocol::angleRepliesAreReadAtTheirPositions()
-{
-    QFETCH(QByteArray, buffer);
-    QFETCH(double, angle);
-    QCOMPARE(decodeAngle(buffer).value_or(-1.0), angle);
-}
-
-void TestProtocol::aReplyIsDumpedBitByBit()
-{
-    QCOMPARE(dumpLines(QStringLiteral("C"), QByteArray()),
-             QStringList{QStringLiteral("Resposta de [C]: zero bytes")});
-    const QStringList expected{QStringLiteral("Resposta de [K0]: 2 bytes"),
-                               QStringLiteral("Byte [1 de 2]: 1 0 1 0 0 1 0 1"),
-                               QStringLiteral("Byte [2 de 2]: 0 0 0 0 1 0 1 0")};
-    QCOMPARE(dumpLines(QStringLiteral("K0"), QByteArray("\xA5\n")), expected);
-}
+    void aReplyIsDumpedBitByBit()
+    {
+        QCOMPARE(dumpLines("C", ""), QStringList("Resposta de [C]: zero bytes"));
+        QCOMPARE(dumpLines("K0", "\xA5\n"),
+                 (QStringList{"Resposta de [K0]: 2 bytes", "Byte [1 de 2]: 1 0 1 0 0 1 0 1",
+                              "Byte [2 de 2]: 0 0 0 0 1 0 1 0"}));
+    }
+};
 
 QTEST_GUILESS_MAIN(TestProtocol)
 #include "tst_protocol.moc"

@@ -68,7 +68,8 @@ struct RotatorStation
         return nullptr;
     }
 
-    void poll(double azimuth)
+    /// Without an azimuth the box itself is asked.
+    void poll(std::optional<double> azimuth)
     {
         rotator->scripted = azimuth;
         rotator->monitore();
@@ -84,7 +85,8 @@ struct RotatorStation
         for (const QString &expected : dialogue.split("; ")) {
             const QString action = expected.section(" -> ", 0, 0).section(" [", 0, 0).section(" (", 0, 0);
             act(action.section(' ', 0, 0), action.section(' ', 1));
-            outcome << action + heard() + lit() + dialled();
+            const QString dialled = display->isEditing() ? QString(" (%1)").arg(display->value()) : "";
+            outcome << action + heard() + lit() + dialled;
         }
         return outcome.join("; ");
     }
@@ -95,49 +97,37 @@ struct RotatorStation
         const std::map<QString, std::function<void()>> verbs = {
             {"press", [&] { QTest::mousePress(shown<CAntennaButton>(object), Qt::LeftButton); }},
             {"release", [&] { QTest::mouseRelease(shown<CAntennaButton>(object), Qt::LeftButton); }},
-            {"key", [&] { QTest::keyClick(window.get(), object == "Left" ? Qt::Key_Left : Qt::Key_F11); }},
-            {"memory",
-             [&] { QTest::keyClick(window.get(), Qt::Key(Qt::Key_F1 + number - 1), Qt::ShiftModifier); }},
+            {"key", [&] { QTest::keySequence(window.get(), QKeySequence(object)); }},
             {"dial", [&] { emit dial->onRotationChanged(number); }},
             {"hold", [&] { moveDial(QEvent::MouseButtonPress, 0); }},
             {"drag", [&] { moveDial(QEvent::MouseMove, number); }},
-            {"drop", [&] { moveDial(QEvent::MouseButtonRelease, dragged); }},
+            {"drop", [&] { moveDial(QEvent::MouseButtonRelease, number); }},
             {"display", [&] { emit display->onRotationChanged(number); }},
             {"wheel", [&] { turnWheel(); }},
-            {"pause", [&] { QTRY_VERIFY(!display->isEditing()); }},
-            {"fail", [&] { line.withBox([](SimulatedBox &box) { box.failAngleReadings(1); }); }},
-            {"stick", [&] { line.withBox([](SimulatedBox &box) { box.setReadingsStuck(true); }); }},
-            {"free", [&] { line.withBox([](SimulatedBox &box) { box.setReadingsStuck(false); }); }}};
+            {"pause", [&] { QTRY_VERIFY(!display->isEditing()); }}};
         const auto found = verbs.find(verb);
-        if (found != verbs.end())
+        if (found != verbs.end()) {
             found->second();
-        else if (CAntennaButton *button = shown<CAntennaButton>(verb))
+        } else if (CAntennaButton *button = shown<CAntennaButton>(verb)) {
             QTest::mouseClick(button, Qt::LeftButton);
-        else if (verb.startsWith('+'))
-            askAfter(verb.toInt());
-        else
+        } else if (verb.startsWith('+')) {
+            line.advance(verb.toInt());
+            poll(std::nullopt);
+        } else {
             poll(verb.toDouble());
+        }
     }
 
     void moveDial(QEvent::Type type, int degrees)
     {
-        const bool released = type == QEvent::MouseButtonRelease;
-        dragged = degrees;
-        sendMouse(dial, type, QPointF(40, 20 - degrees), Qt::LeftButton,
-                  released ? Qt::NoButton : Qt::LeftButton);
+        const auto held = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton;
+        sendMouse(dial, type, QPointF(40, 20 - degrees), Qt::LeftButton, held);
     }
 
     void turnWheel()
     {
         QWheelEvent up({5, 5}, {5, 5}, {}, {0, 120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
         QCoreApplication::sendEvent(display, &up);
-    }
-
-    void askAfter(int milliseconds)
-    {
-        line.advance(milliseconds);
-        rotator->scripted.reset();
-        rotator->monitore();
     }
 
     /// The commands since the last call. One that does nothing follows them, so that none is still on its
@@ -163,11 +153,6 @@ struct RotatorStation
         return names.isEmpty() ? QString() : " [" + names.join(' ') + "]";
     }
 
-    QString dialled() const
-    {
-        return display->isEditing() ? QString(" (%1)").arg(display->value()) : QString();
-    }
-
     QTemporaryDir dir;
     PtyLine line{dir.filePath("rotator"), SimulatedBox::Model::Rotator, PtyLine::Clock::Manual};
     std::unique_ptr<CMainWindow> window;
@@ -175,5 +160,4 @@ struct RotatorStation
     CVextralRemoteControlWidget *panel = nullptr;
     CRotationDialWidget *dial = nullptr;
     CRotationDigitalDisplayWidget *display = nullptr;
-    int dragged = 0;
 };

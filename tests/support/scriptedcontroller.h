@@ -14,7 +14,9 @@
 class ScriptedController : public CVextralRemoteControl
 {
 public:
-    explicit ScriptedController(int rotors = 2) : CVextralRemoteControl(&defaults()), m_rotors(rotors) {}
+    explicit ScriptedController(int rotors = 2, const CSettings &settings = CSettings())
+        : CVextralRemoteControl(&settings), m_rotors(rotors)
+    {}
 
     static CDeviceStatus status(int selectedRotor, bool moving = false)
     {
@@ -39,42 +41,25 @@ public:
     }
     CDeviceStatus getStatus() override
     {
-        sent << QStringLiteral("K0");
+        note("K0");
         if (const std::function<void()> pumped = std::exchange(duringStatus, nullptr))
             pumped();
         return next(statuses);
     }
     double getCurrentAngle() override { return next(angles); }
-    bool toggleRX(int index) override { return note(QStringLiteral("RX%1").arg(index)); }
-    bool toggleTX(int index) override { return note(QStringLiteral("TX%1").arg(index)); }
-    bool toggleRadio(int index) override { return note(QStringLiteral("radio%1").arg(index)); }
-    bool toggleRotor() override { return note(QStringLiteral("K9")); }
+    bool toggleRX(int index) override { return note(QString("RX%1").arg(index)); }
+    bool toggleTX(int index) override { return note(QString("TX%1").arg(index)); }
+    bool toggleRadio(int index) override { return note(QString("radio%1").arg(index)); }
+    bool toggleRotor() override { return note("K9"); }
     bool rotateTo(double angle) override
     {
-        note(QStringLiteral("M%1").arg(angle));
+        note(QString("M%1").arg(angle));
         emit onStartRotating(angle);
         return true;
     }
-    bool stop() override { return note(QStringLiteral("S")); }
+    bool stop() override { return note("S"); }
 
-    /// One monitoring tick: monitore() as it runs while the timer is active.
-    void tick()
-    {
-        beginMonitoring();
-        sent.clear();
-        monitore();
-    }
-
-    /// Starts the timer without a synchronisation pass on the scripts; a mute box makes it short.
-    void beginMonitoring()
-    {
-        if (isMonitoring())
-            return;
-        QList<CDeviceStatus> kept{CDeviceStatus()};
-        kept.swap(statuses);
-        startMonitoring();
-        kept.swap(statuses);
-    }
+    using CVextralRemoteControl::isMonitoring;
 
     QList<CDeviceStatus> statuses{CDeviceStatus()};
     QList<double> angles{-1.0};
@@ -91,12 +76,6 @@ private:
     static T next(QList<T> &script)
     {
         return script.size() > 1 ? script.takeFirst() : script.first();
-    }
-
-    static const CSettings &defaults()
-    {
-        static const CSettings settings;
-        return settings;
     }
 
     bool note(const QString &command)
