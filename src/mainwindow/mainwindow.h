@@ -102,6 +102,8 @@ private:
     /// Turns the current antenna; the button is lit while the antenna is under way.
     void approach(QPushButton *button, int azimuth);
     void light(const QPushButton *approached);
+    /// No antenna is on its way to what a memory holds any more.
+    void forgetRecall();
     void onStartRotating(double angle);
 
     // windowmodes.cpp

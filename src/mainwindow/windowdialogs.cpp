@@ -177,7 +177,7 @@ void CMainWindow::onRotorRelayBoxIdChanged(int currentValue, int newValue)
         editor->reject();
     for (auto *memory : findChildren<CMemoryButton *>())
         memory->abandonEdit();
-    light(nullptr);
+    forgetRecall();
     m_controller->close();
     m_controller->applyRotorAssignment(&settings);
     applySettings(settings);

@@ -62,7 +62,8 @@ void CMainWindow::recallMemory(int position)
         approach(memory, *azimuth);
         return;
     }
-    light(nullptr);
+    // The click has lit it; the lamp of the memory that the antenna is on its way to stays.
+    memory->setChecked(false);
     if (memory->isVisible())
         QToolTip::showText(
             memory->mapToGlobal(memory->rect().bottomLeft()),
@@ -110,7 +111,13 @@ void CMainWindow::onStartRotating(double angle)
 void CMainWindow::light(const QPushButton *approached)
 {
     for (QPushButton *button : m_memoryButtons)
-        button->setChecked(button == approached);
+        button->setChecked(approached && button == approached);
+}
+
+void CMainWindow::forgetRecall()
+{
+    m_recalled = nullptr;
+    light(nullptr);
 }
 
 void CMainWindow::onMemoryValueChanged(int value)
@@ -118,6 +125,9 @@ void CMainWindow::onMemoryValueChanged(int value)
     const int position = memoryPositionOf(qobject_cast<CMemoryButton *>(sender()));
     if (position < 0)
         return;
+    // The antenna may be on its way to what the button held before.
+    if (m_recalled == m_memoryButtons[position])
+        forgetRecall();
     CSettings settings;
     settings.memories[position] = QString::number(value);
     settings.save();

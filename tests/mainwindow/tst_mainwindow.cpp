@@ -4,7 +4,6 @@
 #include "mainwindow/currentobjects.h"
 #include "mainwindow/mainwindow.h"
 #include "settings/settings.h"
-#include "support/loglines.h"
 #include "support/scriptedcontroller.h"
 #include "widgets/antennabutton.h"
 #include "widgets/memorybutton.h"
@@ -12,96 +11,73 @@
 #include "widgets/vextralazimuthalwidget.h"
 #include "widgets/vextralremotecontrolwidget.h"
 
-#include <QAction>
-#include <QDialog>
-#include <QDir>
-#include <QFile>
-#include <QFileDialog>
-#include <QImage>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QPlainTextEdit>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QShortcut>
-#include <QTabWidget>
-#include <QTemporaryDir>
-#include <QTest>
+#include <QtTest>
+#include <QtWidgets>
 
 #include <functional>
 
 namespace {
 
-/// A shown window on a scripted controller.
-class Window
+/// Tells what the panel was laid out for last.
+class Box : public ScriptedController
 {
 public:
-    using Preparation = std::function<void(ScriptedController &)>;
+    using ScriptedController::ScriptedController;
+    bool hasOwnPanel() override { return true; }
+    void relayoutPanel(int, int) override { shownName = antenna(0)->name(); }
 
-    explicit Window(const Preparation &prepare = {}, int rotors = 2)
-        : m_window([this, prepare, rotors](const CSettings &) {
-              controller = new ScriptedController(rotors);
-              controller->statuses = {ScriptedController::status(0)};
-              controller->angles = {30.0};
+    QString shownName;
+};
+
+/// A shown window on a scripted controller.
+class Window : public CMainWindow
+{
+public:
+    explicit Window(const std::function<void(Box &)> &prepare = {}, int rotors = 2)
+        : CMainWindow([prepare, rotors](const CSettings &) {
+              auto *box = new Box(rotors);
+              box->statuses = {ScriptedController::status(0)};
+              box->angles = {30.0};
               if (prepare)
-                  prepare(*controller);
-              return controller;
+                  prepare(*box);
+              return box;
           })
     {
-        m_window.show();
-        QVERIFY(QTest::qWaitForWindowActive(&m_window));
-        controller->sent.clear();
+        show();
+        activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(this));
+        box()->sent.clear();
     }
 
     template <typename Widget>
     Widget *get(const char *name)
     {
-        return m_window.findChild<Widget *>(QLatin1String(name));
+        return findChild<Widget *>(QString(name));
     }
 
-    void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
-    {
-        QTest::keyClick(&m_window, static_cast<Qt::Key>(key), modifiers);
-    }
+    void press(const QString &keys) { QTest::keySequence(this, QKeySequence(keys)); }
+    void click(const char *button) { get<QPushButton>(button)->click(); }
 
     QString sent()
     {
-        const QString text = controller->sent.join(QLatin1Char(' '));
-        controller->sent.clear();
+        const QString text = box()->sent.join(' ');
+        box()->sent.clear();
         return text;
     }
 
-    CVextralAntenna *antenna(int index) { return controller->antenna(index); }
-    CVextralAzimuthalWidget *map() { return get<CVextralAzimuthalWidget>("azimuthalWidget"); }
-    CMainWindow *operator->() { return &m_window; }
-    CMainWindow *window() { return &m_window; }
-
-    ScriptedController *controller = nullptr;
-
-private:
-    CMainWindow m_window;
-};
-
-QString checkedMemories(Window &window)
-{
-    QString names;
-    const auto buttons = window.get<QWidget>("memoryButtonsFrame")->findChildren<QPushButton *>();
-    for (const QPushButton *button : buttons) {
-        if (button->isChecked())
-            names += button->objectName();
+    /// The names of the memory buttons that are lit.
+    QString litMemories()
+    {
+        QString names;
+        for (const QPushButton *button : get<QWidget>("memoryButtonsFrame")->findChildren<QPushButton *>())
+            names += button->isChecked() ? button->objectName() : QString();
+        return names;
     }
-    return names;
-}
 
-void removeSettings()
-{
-    QDir folder(QCoreApplication::applicationDirPath());
-    const QStringList files =
-        folder.entryList({QStringLiteral("VextralRemoteControl.ini*"), QStringLiteral("*.png*")});
-    for (const QString &file : files)
-        folder.remove(file);
-}
+    Box *box() { return static_cast<Box *>(CurrentObjects::controller()); }
+    CVextralAntenna *antenna(int index) { return box()->antenna(index); }
+    CVextralAzimuthalWidget *map() { return get<CVextralAzimuthalWidget>("azimuthalWidget"); }
+};
 
 } // namespace
 
@@ -111,464 +87,376 @@ class TestMainWindow : public QObject
 
 private slots:
     void initTestCase() { initResources(); }
-    void init() { removeSettings(); }
 
-    void theWindowStandsOnItsSettings();
-    void eachKeyServesOneShortcut_data();
-    void eachKeyServesOneShortcut();
-    void modesKeepTheirSizes_data();
-    void modesKeepTheirSizes();
-    void thePropertiesPanelOpensAndClosesWithoutATrace();
-    void memoriesTurnTheCurrentAntenna();
-    void theOppositeBearingFollowsTargetOrAngle_data();
-    void theOppositeBearingFollowsTargetOrAngle();
-    void aLongPressEditsAMemoryAndRecallsNothing();
-    void aHeldKeyTurnsUntilItIsReallyLetGo_data();
-    void aHeldKeyTurnsUntilItIsReallyLetGo();
-    void aHeldKeyEndsWithoutAPositionOrAWindow();
-    void tabsFollowTheMapAndSwitchRotors();
-    void theSettingsDialogBorrowsTheEditors();
-    void anotherRelayBoxBringsItsConfiguration();
-    void aKeptFileThatIsGarbageGivesDefaults();
-    void theMapImageIsReplacedOnlyByOneThatCouldBeCopied();
-    void labelsAreEditedWhereTheModelAllows();
-};
-
-void TestMainWindow::theWindowStandsOnItsSettings()
-{
-    CSettings settings;
-    settings.names[1] = QStringLiteral("North/East & co");
-    settings.angles[1] = 359.7;
-    settings.enabled[1] = true;
-    settings.memories[2] = QStringLiteral("123");
-    settings.relayBoxId = 7;
-    settings.relayBoxName = QStringLiteral("Hill");
-    settings.comPortName = QStringLiteral("COM9");
-    settings.save();
-    Window window;
-    QCOMPARE(window->windowTitle(), QStringLiteral("Vextral - Lumen Quad 4 7 Hill"));
-    QCOMPARE(window.controller->openedPorts, QStringList{QStringLiteral("COM9")});
-    QCOMPARE(CurrentObjects::controller(), window.controller);
-    auto *tabs = window.get<QTabWidget>("tabWidget");
-    QCOMPARE(tabs->count(), 4);
-    QCOMPARE(tabs->tabText(3), QStringLiteral("A4"));
-    const CVextralAntenna *antenna = window.antenna(1);
-    QCOMPARE(antenna->target(), 359.7);
-    QVERIFY(antenna->isEnabled() && !antenna->isRotating());
-    QCOMPARE(window.map()->displayOf(antenna)->value(), 0);
-    QCOMPARE(antenna->editor()->nameEdit()->text(), settings.names[1]);
-    QCOMPARE(window.get<QPushButton>("memoButton3")->text(), QStringLiteral("123"));
-    QCOMPARE(window.get<QPushButton>("memoButton3")->toolTip(), QStringLiteral("M3\tShift+F3"));
-    QCOMPARE(window.get<QPushButton>("plus180Button")->text(), QStringLiteral("+180"));
-    const auto *panel = window.get<CVextralRemoteControlWidget>("remoteControlWidget");
-    QCOMPARE(panel->antennaButtons().at(0)->toolTip(), QStringLiteral("RX1\tF1"));
-    QCOMPARE(QApplication::keyboardInputInterval(), 30000);
-    QVERIFY(!window->windowIcon().isNull());
-}
-
-void TestMainWindow::eachKeyServesOneShortcut_data()
-{
-    QTest::addColumn<int>("radios");
-    QTest::addColumn<int>("rotors");
-    QTest::addColumn<QString>("key");
-    QTest::addColumn<QString>("sent");
-    QTest::newRow("F1") << 0 << 2 << QStringLiteral("F1") << QStringLiteral("RX0");
-    QTest::newRow("F4") << 0 << 2 << QStringLiteral("F4") << QStringLiteral("RX3");
-    QTest::newRow("F5") << 0 << 2 << QStringLiteral("F5") << QStringLiteral("TX0");
-    QTest::newRow("F8") << 0 << 2 << QStringLiteral("F8") << QStringLiteral("TX3");
-    QTest::newRow("F9") << 0 << 2 << QStringLiteral("F9") << QStringLiteral("K9");
-    QTest::newRow("F9 without rotors") << 0 << 0 << QStringLiteral("F9") << QStringLiteral("K9");
-    QTest::newRow("F9 is the third radio's") << 3 << 0 << QStringLiteral("F9") << QStringLiteral("radio2");
-    QTest::newRow("Shift+F10 of a label") << 0 << 2 << QStringLiteral("Shift+F10") << QString();
-}
-
-void TestMainWindow::eachKeyServesOneShortcut()
-{
-    QFETCH(int, radios);
-    QFETCH(int, rotors);
-    QFETCH(QString, key);
-    QFETCH(QString, sent);
-    Window window([radios](ScriptedController &controller) { controller.radios = radios; }, rotors);
-    const QKeySequence keys(key);
-    QTest::keySequence(window.operator->(), keys);
-    QCOMPARE(window.sent(), sent);
-    int serving = 0;
-    const auto shortcuts = window->findChildren<QShortcut *>();
-    for (const QShortcut *shortcut : shortcuts) {
-        QVERIFY(!shortcut->autoRepeat());
-        serving += shortcut->key() == keys;
+    void init()
+    {
+        QDir folder(QCoreApplication::applicationDirPath());
+        for (const QString &file : folder.entryList({"VextralRemoteControl.ini*", "*.png*"}))
+            folder.remove(file);
     }
-    QCOMPARE(serving, 1);
-}
 
-void TestMainWindow::modesKeepTheirSizes_data()
-{
-    QTest::addColumn<QString>("mode");
-    QTest::addColumn<bool>("mapSupport");
-    QTest::addColumn<QSize>("resized");
-    QTest::addColumn<QString>("changed");
-    QTest::newRow("extended") << QStringLiteral("extended") << true << QSize(700, 500)
-                              << QStringLiteral("extended");
-    QTest::newRow("any other word") << QStringLiteral("Mini") << true << QSize(701, 501)
-                                    << QStringLiteral("extended");
-    QTest::newRow("mini") << QStringLiteral("mini") << true << QSize(600, 300) << QStringLiteral("mini");
-    QTest::newRow("supermini") << QStringLiteral("supermini") << true << QSize(610, 310)
-                               << QStringLiteral("supermini");
-    QTest::newRow("without a map it is always mini")
-        << QStringLiteral("extended") << false << QSize(620, 320) << QStringLiteral("mini");
-}
-
-void TestMainWindow::modesKeepTheirSizes()
-{
-    QFETCH(QString, mode);
-    QFETCH(bool, mapSupport);
-    QFETCH(QSize, resized);
-    QFETCH(QString, changed);
-    CSettings before;
-    before.interfaceMode = mode;
-    before.extendedSize = QSize(800, 600);
-    before.miniSize = QSize(500, 240);
-    before.superMiniSize = QSize(510, 200);
-    before.save();
-    Window window([mapSupport](ScriptedController &controller) { controller.mapSupport = mapSupport; });
-    const bool extended = changed == QLatin1String("extended");
-    const bool mini = changed == QLatin1String("mini");
-    QCOMPARE(window->size(), extended ? before.extendedSize : mini ? before.miniSize : before.superMiniSize);
-    QCOMPARE(window.get<QWidget>("propertiesButton")->isVisible(), extended);
-    QCOMPARE(window.get<QWidget>("memoryButtonsFrame")->isVisible(), extended || mini);
-    QCOMPARE(window.map()->interfaceMode() == 1, extended);
-    QCOMPARE(window.map()->isVisible(), mapSupport && (extended || mini));
-
-    window->resize(resized);
-    QTRY_COMPARE(window->size(), resized);
-    QCoreApplication::processEvents();
-    const CSettings after;
-    QCOMPARE(after.extendedSize, extended ? resized : before.extendedSize);
-    QCOMPARE(after.miniSize, mini ? resized : before.miniSize);
-    QCOMPARE(after.superMiniSize, !extended && !mini ? resized : before.superMiniSize);
-    QCOMPARE(window.get<QWidget>("propertiesButton")->geometry(), QRect(resized.width() - 22, 2, 20, 20));
-}
-
-void TestMainWindow::thePropertiesPanelOpensAndClosesWithoutATrace()
-{
-    Window window;
-    const QSize size = window->size();
-    QVERIFY(!window.get<QWidget>("propertiesFrame")->isVisible());
-    window.get<QPushButton>("propertiesButton")->click();
-    QVERIFY(window.get<QWidget>("propertiesFrame")->isVisible());
-    QCOMPARE(window->size(), size + QSize(350, 0));
-    const double zoom = window.map()->zoom();
-    window.get<QPushButton>("zoomInButton")->click();
-    QCOMPARE(window.map()->zoom(), zoom + 0.2);
-    window.get<QPushButton>("zoomInButton_2")->click();
-    QCOMPARE(window.map()->zoom(), zoom);
-    window.get<QPushButton>("hidePropertiesButton")->click();
-    QCOMPARE(window->size(), size);
-
-    window.get<QPushButton>("propertiesButton")->click();
-    window->close();
-    QCoreApplication::processEvents();
-    QCOMPARE(CSettings().extendedSize, size);
-}
-
-void TestMainWindow::memoriesTurnTheCurrentAntenna()
-{
-    CSettings settings;
-    settings.memories[0] = QStringLiteral("045");
-    settings.memories[9] = QStringLiteral("200");
-    settings.memories[8] = QStringLiteral("5000");
-    settings.save();
-    Window window;
-    window.get<CMemoryButton>("memoButton1")->click();
-    QCOMPARE(window.sent(), QStringLiteral("K0 M45"));
-    QCOMPARE(window.antenna(0)->target(), 45.0);
-    QCOMPARE(checkedMemories(window), QStringLiteral("memoButton1"));
-    window.press(Qt::Key_F10, Qt::ShiftModifier);
-    QCOMPARE(window.sent(), QStringLiteral("K0 M200"));
-    QCOMPARE(checkedMemories(window), QStringLiteral("memoButton10"));
-    emit window.antenna(0)->onRotationDone();
-    QCOMPARE(checkedMemories(window), QString());
-
-    // The lamp tells of the target that is really approached.
-    window.controller->duringStatus = [&window] { window.get<CMemoryButton>("memoButton10")->click(); };
-    window.get<CMemoryButton>("memoButton1")->click();
-    QCOMPARE(window.sent(), QStringLiteral("K0 K0 M200"));
-    QCOMPARE(checkedMemories(window), QStringLiteral("memoButton10"));
-    window.controller->rotateTo(77.0);
-    QCOMPARE(checkedMemories(window), QString());
-    window.antenna(0)->setAngle(45.0);
-    window.get<CMemoryButton>("memoButton1")->click();
-    QCOMPARE(checkedMemories(window), QString()); // it is there already
-    window.sent();
-
-    // A label and a number that is no azimuth recall nothing; neither does a box that refuses to switch
-    // rotors.
-    window.get<CMemoryButton>("memoButton2")->click();
-    window.get<CMemoryButton>("memoButton9")->click();
-    QCOMPARE(window.sent(), QString());
-    window.controller->statuses = {CDeviceStatus()};
-    window.get<CMemoryButton>("memoButton1")->click();
-    QCOMPARE(window.sent(), QStringLiteral("K0"));
-    QCOMPARE(checkedMemories(window), QString());
-    window.map()->setCurrentAntenna(nullptr);
-    window.press(Qt::Key_F1, Qt::ShiftModifier);
-    QCOMPARE(window.sent(), QString());
-}
-
-void TestMainWindow::theOppositeBearingFollowsTargetOrAngle_data()
-{
-    QTest::addColumn<double>("angle");
-    QTest::addColumn<double>("target");
-    QTest::addColumn<QString>("sent");
-    QTest::newRow("from the angle") << 30.9 << -1.0 << QStringLiteral("K0 M210");
-    QTest::newRow("from the target") << 30.0 << 190.0 << QStringLiteral("K0 M10");
-    QTest::newRow("to north") << 180.0 << -1.0 << QStringLiteral("K0 M0");
-    QTest::newRow("from nowhere") << -1.0 << -1.0 << QString();
-}
-
-void TestMainWindow::theOppositeBearingFollowsTargetOrAngle()
-{
-    QFETCH(double, angle);
-    QFETCH(double, target);
-    QFETCH(QString, sent);
-    Window window;
-    window.antenna(0)->setAngle(angle);
-    window.antenna(0)->setTarget(target);
-    window.press(Qt::Key_F12);
-    QCOMPARE(window.sent(), sent);
-    QCOMPARE(checkedMemories(window), sent.isEmpty() ? QString() : QStringLiteral("plus180Button"));
-}
-
-void TestMainWindow::aLongPressEditsAMemoryAndRecallsNothing()
-{
-    CSettings settings;
-    settings.memories[3] = QStringLiteral("90");
-    settings.save();
-    Window window;
-    auto *memory = window.get<CMemoryButton>("memoButton4");
-    QTest::mousePress(memory, Qt::LeftButton);
-    QTRY_VERIFY_WITH_TIMEOUT(memory->isLongPressed(), 3000);
-    QTest::mouseRelease(memory, Qt::LeftButton);
-    QCOMPARE(window.sent(), QString());
-    QVERIFY(!memory->isChecked());
-    QWidget *editor = QApplication::focusWidget();
-    QTest::keyClicks(editor, QStringLiteral("12"));
-    QTest::keyClick(editor, Qt::Key_Return);
-    QCOMPARE(CSettings().memories[3], QStringLiteral("12"));
-    QCOMPARE(window.sent(), QString());
-    window.press(Qt::Key_F4, Qt::ShiftModifier);
-    QCOMPARE(window.sent(), QStringLiteral("K0 M12"));
-}
-
-void TestMainWindow::aHeldKeyTurnsUntilItIsReallyLetGo_data()
-{
-    QTest::addColumn<int>("key");
-    QTest::addColumn<QString>("sent");
-    QTest::newRow("Left") << int(Qt::Key_Left) << QStringLiteral("M180");
-    QTest::newRow("F10") << int(Qt::Key_F10) << QStringLiteral("M180");
-    QTest::newRow("Right") << int(Qt::Key_Right) << QStringLiteral("M179");
-    QTest::newRow("F11") << int(Qt::Key_F11) << QStringLiteral("M179");
-}
-
-void TestMainWindow::aHeldKeyTurnsUntilItIsReallyLetGo()
-{
-    QFETCH(int, key);
-    QFETCH(QString, sent);
-    Window window;
-    LogLines log;
-    window.antenna(0)->setAngle(30.0);
-    window.controller->angles = {33.6};
-    QTest::keyPress(window.window(), static_cast<Qt::Key>(key));
-    QCOMPARE(window.sent(), sent);
-    QCOMPARE(window.antenna(0)->target(), -1.0);
-    QCOMPARE(window.antenna(0)->previousTarget(), sent.mid(1).toDouble());
-    for (int repeat = 0; repeat < 5; ++repeat) { // auto-repeat: release and press in one go
-        QTest::keyRelease(window.window(), static_cast<Qt::Key>(key));
-        QTest::keyPress(window.window(), static_cast<Qt::Key>(key));
-        QTest::qWait(60);
+    void theWindowStandsOnItsSettings()
+    {
+        CSettings settings;
+        settings.names[1] = "North/East & co";
+        settings.angles[1] = 359.7;
+        settings.enabled[1] = true;
+        settings.memories[2] = "123";
+        settings.relayBoxId = 7;
+        settings.relayBoxName = "Hill";
+        settings.comPortName = "COM9";
+        settings.save();
+        Window window;
+        QCOMPARE(window.windowTitle(), QString("Vextral - Lumen Quad 4 7 Hill"));
+        QCOMPARE(window.box()->openedPorts, QStringList{"COM9"});
+        const CVextralAntenna *antenna = window.antenna(1);
+        QCOMPARE(antenna->target(), 359.7);
+        QVERIFY(antenna->isEnabled() && !antenna->isRotating());
+        QCOMPARE(window.map()->displayOf(antenna)->value(), 0);
+        QCOMPARE(antenna->editor()->nameEdit()->text(), settings.names[1]);
+        QCOMPARE(window.get<QPushButton>("memoButton3")->text(), QString("123"));
     }
-    QCOMPARE(window.sent(), QString());
-    QTest::keyRelease(window.window(), static_cast<Qt::Key>(key));
-    QCOMPARE(window.sent(), QString());
-    QTRY_COMPARE_WITH_TIMEOUT(window.controller->sent, QStringList{QStringLiteral("S")}, 1000);
-    QCOMPARE(window.antenna(0)->target(), 33.6);
-    QVERIFY(log.contains(QStringLiteral("................. target passou a ser [34]")));
-    QVERIFY(log.contains(QStringLiteral("................. changeCurrentAntennaDirection() Stop2")));
-}
 
-void TestMainWindow::aHeldKeyEndsWithoutAPositionOrAWindow()
-{
-    Window window;
-    LogLines log;
-    window.controller->angles = {-1.0};
-    QTest::keyPress(window.window(), Qt::Key_Left);
-    QVERIFY(window.map()->isAnimating());
-    QDialog other;
-    other.show();
-    other.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&other));
-    QTRY_VERIFY_WITH_TIMEOUT(window.controller->sent.contains(QStringLiteral("S")), 1000);
-    QVERIFY(log.contains(QStringLiteral("................. Impossivel parar interpolacao(parada bruta)")));
-    QVERIFY(!window.map()->isAnimating());
-    QCOMPARE(window.antenna(0)->target(), -1.0);
-}
+    void eachKeyServesOneShortcut_data()
+    {
+        QTest::addColumn<int>("radios");
+        QTest::addColumn<int>("rotors");
+        QTest::addColumn<QString>("last");
+        QTest::newRow("rotors") << 0 << 2 << "K9";
+        QTest::newRow("neither") << 0 << 0 << "K9";
+        QTest::newRow("radios, the third of which needs F9") << 3 << 0 << "radio2";
+    }
+    void eachKeyServesOneShortcut()
+    {
+        QFETCH(int, radios);
+        QFETCH(int, rotors);
+        QFETCH(QString, last);
+        Window window([radios](Box &box) { box.radios = radios; }, rotors);
+        for (const char *key : {"F1", "F4", "F5", "F9"})
+            window.press(key);
+        QCOMPARE(window.sent(), "RX0 RX3 TX0 " + last);
+        for (const QShortcut *shortcut : window.findChildren<QShortcut *>())
+            QVERIFY(!shortcut->autoRepeat());
+    }
 
-void TestMainWindow::tabsFollowTheMapAndSwitchRotors()
-{
-    Window window;
-    auto *tabs = window.get<QTabWidget>("tabWidget");
-    window.map()->setCurrentAntenna(window.antenna(2));
-    QCOMPARE(tabs->currentIndex(), 2);
-    QCOMPARE(window.sent(), QString());
-    tabs->setCurrentIndex(1);
-    QCOMPARE(window.sent(), QStringLiteral("K0 K0 K0")); // which rotor, may it switch, has it
-    tabs->setCurrentIndex(3);
-    QCOMPARE(window.sent(), QString());
-    window.map()->setCurrentAntenna(window.antenna(1));
-    QCOMPARE(window.sent(), QString()); // the map's choice switches nothing
-    tabs->setCurrentIndex(0);
-    window.sent();
-    window.controller->duringStatus = [tabs] { tabs->setCurrentIndex(3); };
-    tabs->setCurrentIndex(1);
-    QCOMPARE(window.sent(), QStringLiteral("K0")); // the tab was left while the box was asked
-}
+    void modesKeepTheirSizes_data()
+    {
+        QTest::addColumn<QString>("mode");
+        QTest::addColumn<bool>("mapSupport");
+        QTest::addColumn<int>("shown"); // extended, mini, supermini
+        QTest::newRow("extended") << "extended" << true << 0;
+        QTest::newRow("any other word") << "Mini" << true << 0;
+        QTest::newRow("mini") << "mini" << true << 1;
+        QTest::newRow("supermini") << "supermini" << true << 2;
+        QTest::newRow("without a map it is always mini") << "extended" << false << 1;
+    }
+    void modesKeepTheirSizes()
+    {
+        QFETCH(QString, mode);
+        QFETCH(bool, mapSupport);
+        QFETCH(int, shown);
+        QList<QSize> sizes{{800, 600}, {500, 240}, {510, 200}};
+        CSettings before;
+        before.interfaceMode = mode;
+        before.extendedSize = sizes[0];
+        before.miniSize = sizes[1];
+        before.superMiniSize = sizes[2];
+        before.save();
+        Window window([mapSupport](Box &box) { box.mapSupport = mapSupport; });
+        QCOMPARE(window.size(), sizes[shown]);
+        QCOMPARE(window.get<QWidget>("propertiesButton")->isVisible(), shown == 0);
+        QCOMPARE(window.get<QWidget>("memoryButtonsFrame")->isVisible(), shown != 2);
+        QCOMPARE(window.map()->interfaceMode() == 1, shown == 0);
+        QCOMPARE(window.map()->isVisible(), mapSupport && shown != 2);
 
-void TestMainWindow::theSettingsDialogBorrowsTheEditors()
-{
-    Window window;
-    auto *tabs = window.get<QTabWidget>("tabWidget");
-    window.press(Qt::Key_F5, Qt::ControlModifier);
-    auto *dialog = window.get<QDialog>("CSettingsDIalog");
-    QVERIFY(dialog->isVisible() && dialog->isModal());
-    QVERIFY(dialog->isAncestorOf(tabs) && tabs->isVisible());
-    QVERIFY(window.get<QLabel>("modelNameLabel")->text().contains(QStringLiteral(">Lumen Quad 4 name:<")));
-    QVERIFY(window.get<QLabel>("modelIdLabel")->text().contains(QStringLiteral(">Lumen Quad 4 id:<")));
+        sizes[shown] += QSize(20, 10);
+        window.resize(sizes[shown]);
+        QTRY_COMPARE(window.size(), sizes[shown]);
+        QCoreApplication::processEvents();
+        const CSettings after;
+        QCOMPARE((QList<QSize>{after.extendedSize, after.miniSize, after.superMiniSize}), sizes);
+    }
 
-    // Return in an editor confirms the editor alone.
-    QLineEdit *name = window.antenna(0)->editor()->nameEdit();
-    name->setFocus();
-    name->setText(QStringLiteral("Beam"));
-    QTest::keyClick(name, Qt::Key_Return);
-    QVERIFY(dialog->isVisible());
-    QCOMPARE(window.antenna(0)->name(), QStringLiteral("Beam"));
+    void thePropertiesPanelOpensAndClosesWithoutATrace()
+    {
+        Window window;
+        const QSize size = window.size();
+        window.click("propertiesButton");
+        QCOMPARE(window.size(), size + QSize(350, 0));
+        const double zoom = window.map()->zoom();
+        for (const char *button : {"zoomInButton", "zoomInButton", "zoomInButton_2"})
+            window.click(button);
+        QCOMPARE(window.map()->zoom(), zoom + 0.2);
+        window.click("hidePropertiesButton");
+        QCOMPARE(window.size(), size);
 
-    window.get<QRadioButton>("miniUiRadioButton")->setChecked(true);
-    window.get<QLineEdit>("stackNameLineEdit")->setText(QStringLiteral("Hill"));
-    dialog->accept();
-    QVERIFY(!dialog->isAncestorOf(tabs));
-    QVERIFY(window.map()->interfaceMode() != 1);
-    QCOMPARE(window->windowTitle(), QStringLiteral("Vextral - Lumen Quad 4 1 Hill"));
-    QCOMPARE(CSettings().names[0], QStringLiteral("Beam"));
+        window.click("propertiesButton");
+        window.close();
+        QCoreApplication::processEvents();
+        QCOMPARE(CSettings().extendedSize, size);
+    }
 
-    window.get<QAction>("actionPreferences")->trigger();
-    window.get<QRadioButton>("extendedUIRadioButton")->setChecked(true);
-    dialog->reject();
-    QVERIFY(window.map()->interfaceMode() != 1);
-    QVERIFY(window.get<QWidget>("tabWidgetFrame")->isAncestorOf(tabs));
-}
+    void memoriesTurnTheCurrentAntenna()
+    {
+        CSettings settings;
+        settings.memories[0] = "045";
+        settings.memories[8] = "5000";
+        settings.memories[9] = "200";
+        settings.save();
+        Window window;
+        window.click("memoButton1");
+        QCOMPARE(window.sent(), QString("K0 M45"));
+        QCOMPARE(window.antenna(0)->target(), 45.0);
+        QCOMPARE(window.litMemories(), QString("memoButton1"));
+        window.press("Shift+F10");
+        QCOMPARE(window.sent(), QString("K0 M200"));
+        window.click("memoButton2"); // a label
+        window.click("memoButton9"); // no azimuth
+        QCOMPARE(window.sent(), QString());
+        QCOMPARE(window.litMemories(), QString("memoButton10"));
+        emit window.antenna(0)->onRotationDone();
+        QCOMPARE(window.litMemories(), QString());
 
-void TestMainWindow::anotherRelayBoxBringsItsConfiguration()
-{
-    CSettings settings;
-    settings.names[0] = QStringLiteral("Beam");
-    settings.save();
-    Window window;
-    LogLines log;
-    emit window.controller->onRelayBoxIdChanged(1, 2);
-    QVERIFY(log.contains(
-        QStringLiteral("CMainWindow::onRotorRelayBoxIdChanged() - O atual valor [1] mudou para [2]")));
-    QCOMPARE(window.controller->relayBoxId(), 2);
-    QCOMPARE(window->windowTitle(), QStringLiteral("Vextral - Lumen Quad 4 2 2"));
-    QCOMPARE(window.antenna(0)->name(), QStringLiteral("Beam"));
-    CSettings second;
-    second.names[0] = QStringLiteral("Dipole");
-    second.comPortName = QStringLiteral("COM2");
-    second.save();
+        // The lamp tells of the target that is really approached.
+        window.box()->duringStatus = [&window] { window.click("memoButton10"); };
+        window.click("memoButton1");
+        QCOMPARE(window.sent(), QString("K0 K0 M200"));
+        QCOMPARE(window.litMemories(), QString("memoButton10"));
+        window.box()->rotateTo(77.0);
+        QCOMPARE(window.litMemories(), QString());
+        emit window.get<CMemoryButton>("memoButton10")->onMemoryValueChanged(30);
+        window.box()->rotateTo(200.0);
+        QCOMPARE(window.litMemories(), QString()); // it holds something else now
+        window.antenna(0)->setAngle(45.0);
+        window.click("memoButton1");
+        QCOMPARE(window.litMemories(), QString()); // it is there already
+        window.sent();
 
-    emit window.controller->onRelayBoxIdChanged(2, 1);
-    QCOMPARE(window.antenna(0)->name(), QStringLiteral("Beam"));
-    window.press(Qt::Key_F5, Qt::ControlModifier);
-    window.get<QLineEdit>("stackNameLineEdit")->setText(QStringLiteral("Hill"));
-    emit window.controller->onRelayBoxIdChanged(1, 2);
-    QCOMPARE(window.antenna(0)->name(), QStringLiteral("Dipole"));
-    QCOMPARE(window.controller->openedPorts.last(), QStringLiteral("COM2"));
-    QCOMPARE(window.get<QLineEdit>("serialPortLineEdit")->text(), QStringLiteral("COM2"));
-    window.get<QDialog>("CSettingsDIalog")->reject();
-    // What was typed for box 1 was saved before box 2 came.
-    emit window.controller->onRelayBoxIdChanged(2, 1);
-    QCOMPARE(CSettings().relayBoxName, QStringLiteral("Hill"));
-}
+        // The box refuses to switch rotors.
+        window.box()->statuses = {CDeviceStatus()};
+        window.click("memoButton1");
+        QCOMPARE(window.sent(), QString("K0"));
+        QCOMPARE(window.litMemories(), QString());
+        window.map()->setCurrentAntenna(nullptr);
+        window.press("Shift+F1");
+        QCOMPARE(window.sent(), QString());
+    }
 
-void TestMainWindow::aKeptFileThatIsGarbageGivesDefaults()
-{
-    Window window;
-    QFile kept(CSettings::relayBoxFilePath(3));
-    QVERIFY(kept.open(QIODevice::WriteOnly));
-    kept.write(QByteArray(5000, '\xFE') + "[General\nNames1");
-    kept.close();
-    emit window.controller->onRelayBoxIdChanged(1, 3);
-    QCOMPARE(window.controller->relayBoxId(), 3);
-    QCOMPARE(window.antenna(0)->name(), QStringLiteral("Antena1"));
-    emit window.controller->onRelayBoxIdChanged(3, 1);
-    QCOMPARE(window.controller->relayBoxId(), 1);
-}
-
-void TestMainWindow::theMapImageIsReplacedOnlyByOneThatCouldBeCopied()
-{
-    const QString installed = QCoreApplication::applicationDirPath() + QStringLiteral("/AzimuthalMap.png");
-    QTemporaryDir folder;
-    const QString chosen = folder.filePath(QStringLiteral("mine.bmp"));
-    QImage image(20, 10, QImage::Format_RGB32);
-    image.fill(Qt::green);
-    QVERIFY(image.save(chosen));
-    Window window;
-    const auto choose = [&window](const QString &file, QMessageBox::StandardButton answer) {
-        window.get<QPushButton>("pushButton")->click();
-        auto *question = window->findChild<QMessageBox *>();
-        QCOMPARE(question->windowTitle(), QStringLiteral("Wait a minute!"));
-        QTest::mouseClick(question->button(answer), Qt::LeftButton);
-        if (auto *dialog = window->findChild<QFileDialog *>()) {
-            emit dialog->fileSelected(file);
-            dialog->close();
+    void theOppositeBearingFollowsTargetOrAngle()
+    {
+        struct Case
+        {
+            double angle, target;
+            QString sent;
+        };
+        for (const Case &c : {Case{30.9, -1.0, "K0 M210"}, Case{30.0, 190.0, "K0 M10"},
+                              Case{180.0, -1.0, "K0 M0"}, Case{-1.0, -1.0, ""}}) {
+            Window window;
+            window.antenna(0)->setAngle(c.angle);
+            window.antenna(0)->setTarget(c.target);
+            window.press("F12");
+            QCOMPARE(window.sent(), c.sent);
+            QCOMPARE(window.litMemories().isEmpty(), c.sent.isEmpty());
         }
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    };
-    choose(chosen, QMessageBox::No);
-    QVERIFY(!QFile::exists(installed));
-    choose(chosen, QMessageBox::Yes);
-    QCOMPARE(QImage(installed).size(), image.size());
-    choose(folder.filePath(QStringLiteral("gone.png")), QMessageBox::Yes);
-    choose(installed, QMessageBox::Yes);
-    choose(folder.path(), QMessageBox::Yes);
-    QCOMPARE(QImage(installed).size(), image.size());
-}
+    }
 
-void TestMainWindow::labelsAreEditedWhereTheModelAllows()
-{
-    Window without;
-    QVERIFY(!without.get<QAction>("actionLabels")->isEnabled());
-    Window window([](ScriptedController &controller) {
-        controller.labelEditor = true;
-        controller.radios = 1;
-    });
-    window->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(window.window()));
-    window.press(Qt::Key_F6, Qt::ControlModifier);
-    auto *dialog = window.get<QDialog>("CAntennaLabelEditorDialog");
-    QVERIFY(dialog);
-    const auto copies = dialog->findChildren<CAntennaButton *>();
-    QCOMPARE(copies.size(), 5);
-    copies.at(1)->click();
-    dialog->findChild<QPlainTextEdit *>()->setPlainText(QStringLiteral("Two\nlines"));
-    copies.at(4)->click();
-    dialog->findChild<QPlainTextEdit *>()->setPlainText(QStringLiteral("Rig"));
-    dialog->accept();
-    const auto *panel = window.get<CVextralRemoteControlWidget>("remoteControlWidget");
-    QCOMPARE(panel->radioButtons().at(0)->text(), QStringLiteral("Rig"));
-    QCOMPARE(CSettings().names[1], QStringLiteral("Two\nlines"));
-    QCOMPARE(window.antenna(1)->name(), QStringLiteral("Two\nlines"));
-    QCOMPARE(CSettings().radioNames[0], QStringLiteral("Rig"));
-}
+    void aLongPressEditsAMemoryAndRecallsNothing()
+    {
+        CSettings settings;
+        settings.memories[3] = "90";
+        settings.save();
+        Window window;
+        auto *memory = window.get<CMemoryButton>("memoButton4");
+        QTest::mousePress(memory, Qt::LeftButton);
+        QTRY_VERIFY(memory->isLongPressed());
+        QTest::mouseRelease(memory, Qt::LeftButton);
+        QVERIFY(!memory->isChecked());
+        QWidget *editor = QApplication::focusWidget();
+        QTest::keyClicks(editor, "12");
+        QTest::keyClick(editor, Qt::Key_Return);
+        QCOMPARE(CSettings().memories[3], QString("12"));
+        QCOMPARE(window.sent(), QString());
+        window.press("Shift+F4");
+        QCOMPARE(window.sent(), QString("K0 M12"));
+    }
+
+    void aHeldKeyTurnsUntilItIsReallyLetGo_data()
+    {
+        QTest::addColumn<Qt::Key>("key");
+        QTest::addColumn<int>("end");
+        QTest::newRow("Left") << Qt::Key_Left << 180;
+        QTest::newRow("F10") << Qt::Key_F10 << 180;
+        QTest::newRow("Right") << Qt::Key_Right << 179;
+        QTest::newRow("F11") << Qt::Key_F11 << 179;
+    }
+    void aHeldKeyTurnsUntilItIsReallyLetGo()
+    {
+        QFETCH(Qt::Key, key);
+        QFETCH(int, end);
+        Window window;
+        window.box()->angles = {33.6};
+        auto *focused = window.get<QPushButton>("propertiesButton"); // which would take arrows for itself
+        QTest::keyPress(focused, key);
+        QCOMPARE(window.sent(), QString("M%1").arg(end));
+        QCOMPARE(window.antenna(0)->target(), -1.0);
+        QCOMPARE(window.antenna(0)->previousTarget(), double(end));
+        QTest::keyRelease(focused, key); // auto-repeat: release and press in one go
+        QTest::keyPress(focused, key);
+        QVERIFY(!QTest::qWaitFor([&window] { return !window.sent().isEmpty(); }, 400));
+        QTest::keyRelease(focused, key);
+        QCOMPARE(window.sent(), QString());
+        QTRY_COMPARE(window.box()->sent, QStringList{"S"});
+        QCOMPARE(window.antenna(0)->target(), 33.6);
+    }
+
+    void aHeldKeyEndsWithoutAPositionOrAWindow()
+    {
+        Window window;
+        window.box()->angles = {-1.0};
+        QTest::keyPress(&window, Qt::Key_Left);
+        QVERIFY(window.map()->isAnimating());
+        QDialog other;
+        other.show();
+        other.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&other));
+        QTRY_VERIFY(window.box()->sent.contains("S"));
+        QVERIFY(!window.map()->isAnimating());
+        QCOMPARE(window.antenna(0)->target(), -1.0);
+
+        window.sent();
+        QTest::keyPress(&window, Qt::Key_Right);
+        window.close();
+        QCOMPARE(window.sent(), QString("M179 S"));
+    }
+
+    void tabsFollowTheMapAndSwitchRotors()
+    {
+        Window window;
+        auto *tabs = window.get<QTabWidget>("tabWidget");
+        window.map()->setCurrentAntenna(window.antenna(2));
+        QCOMPARE(tabs->currentIndex(), 2);
+        QCOMPARE(window.sent(), QString());
+        tabs->setCurrentIndex(1);
+        QCOMPARE(window.sent(), QString("K0 K0 K0")); // which rotor, may it switch, has it
+        tabs->setCurrentIndex(3);
+        window.map()->setCurrentAntenna(window.antenna(1));
+        QCOMPARE(window.sent(), QString()); // the map's choice switches nothing
+        tabs->setCurrentIndex(0);
+        window.sent();
+        window.box()->duringStatus = [tabs] { tabs->setCurrentIndex(3); };
+        tabs->setCurrentIndex(1);
+        QCOMPARE(window.sent(), QString("K0")); // the tab was left while the box was asked
+    }
+
+    void theSettingsDialogBorrowsTheEditors()
+    {
+        Window window;
+        auto *tabs = window.get<QTabWidget>("tabWidget");
+        window.press("Ctrl+F5");
+        auto *dialog = window.get<QDialog>("CSettingsDIalog");
+        QVERIFY(dialog->isModal() && dialog->isAncestorOf(tabs) && tabs->isVisible());
+
+        window.get<QRadioButton>("miniUiRadioButton")->setChecked(true);
+        window.get<QLineEdit>("stackNameLineEdit")->setText("Hill");
+        dialog->accept();
+        QVERIFY(window.map()->interfaceMode() != 1);
+        QCOMPARE(window.windowTitle(), QString("Vextral - Lumen Quad 4 1 Hill"));
+
+        window.get<QAction>("actionPreferences")->trigger();
+        window.get<QRadioButton>("extendedUIRadioButton")->setChecked(true);
+        dialog->reject();
+        QVERIFY(window.map()->interfaceMode() != 1);
+        QVERIFY(window.get<QWidget>("tabWidgetFrame")->isAncestorOf(tabs));
+    }
+
+    void anotherRelayBoxBringsItsConfiguration()
+    {
+        CSettings settings;
+        settings.names[0] = "Beam";
+        settings.save();
+        Window window;
+        // The box is heard once more while its change is still at work.
+        connect(&window, &QWidget::windowTitleChanged, window.box(),
+                [&window] { emit window.box()->onRelayBoxIdChanged(1, 2); });
+        emit window.box()->onRelayBoxIdChanged(1, 2);
+        QCOMPARE(window.box()->openedPorts.size(), 2);
+        QCOMPARE(window.box()->relayBoxId(), 2);
+        QCOMPARE(window.windowTitle(), QString("Vextral - Lumen Quad 4 2 2"));
+        QCOMPARE(window.antenna(0)->name(), QString("Beam"));
+        CSettings second;
+        second.names[0] = "Dipole";
+        second.rotorIds[0] = 1;
+        second.comPortName = "COM2";
+        second.save();
+
+        emit window.box()->onRelayBoxIdChanged(2, 1);
+        QCOMPARE(window.box()->shownName, QString("Beam"));
+        window.press("Ctrl+F5");
+        window.get<QLineEdit>("stackNameLineEdit")->setText("Hill");
+        emit window.box()->onRelayBoxIdChanged(1, 2);
+        QCOMPARE(window.box()->shownName, QString("Dipole"));
+        QCOMPARE(window.antenna(0)->rotorId(), 1);
+        QCOMPARE(window.box()->openedPorts.last(), QString("COM2"));
+        QCOMPARE(window.get<QLineEdit>("serialPortLineEdit")->text(), QString("COM2"));
+        window.get<QDialog>("CSettingsDIalog")->reject();
+        // What was typed for box 1 was saved before box 2 came.
+        emit window.box()->onRelayBoxIdChanged(2, 1);
+        QCOMPARE(CSettings().relayBoxName, QString("Hill"));
+    }
+
+    void theMapImageIsReplacedOnlyByOneThatCouldBeCopied()
+    {
+        const QString installed = QCoreApplication::applicationDirPath() + "/AzimuthalMap.png";
+        const QTemporaryDir folder;
+        const QString chosen = folder.filePath("mine.bmp");
+        QVERIFY(QImage(20, 10, QImage::Format_RGB32).save(chosen));
+        Window window;
+        const auto choose = [&window](const QString &file, QMessageBox::StandardButton answer) {
+            window.click("pushButton");
+            QTest::mouseClick(window.findChild<QMessageBox *>()->button(answer), Qt::LeftButton);
+            if (auto *dialog = window.findChild<QFileDialog *>()) {
+                emit dialog->fileSelected(file);
+                dialog->close();
+            }
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        };
+        choose(chosen, QMessageBox::No);
+        QVERIFY(!QFile::exists(installed));
+        choose(chosen, QMessageBox::Yes);
+        for (const QString &file : {folder.filePath("gone.png"), installed, folder.path()}) {
+            QCOMPARE(QImage(installed).size(), QSize(20, 10));
+            choose(file, QMessageBox::Yes);
+        }
+        QCOMPARE(QImage(installed).size(), QSize(20, 10));
+    }
+
+    void labelsAreEditedWhereTheModelAllows()
+    {
+        QVERIFY(!Window().get<QAction>("actionLabels")->isEnabled());
+        Window window([](Box &box) {
+            box.labelEditor = true;
+            box.radios = 1;
+        });
+        window.press("Ctrl+F6");
+        auto *dialog = window.get<QDialog>("CAntennaLabelEditorDialog");
+        QVERIFY(dialog);
+        const auto copies = dialog->findChildren<CAntennaButton *>(); // four antennas and the radio
+        auto *text = dialog->findChild<QPlainTextEdit *>();
+        text->setPlainText("nothing is selected");
+        for (int copy : {1, 4}) {
+            copies[copy]->click();
+            text->setPlainText(QString("Two\nlines %1").arg(copy));
+        }
+        QVERIFY(copies[4]->isChecked() && !copies[1]->isChecked());
+        dialog->accept();
+        const auto *panel = window.get<CVextralRemoteControlWidget>("remoteControlWidget");
+        QCOMPARE(panel->radioButtons().at(0)->text(), QString("Two\nlines 4"));
+        QCOMPARE(window.antenna(1)->name(), QString("Two\nlines 1"));
+        QCOMPARE(CSettings().names[0], QString("Antena1"));
+        QCOMPARE(CSettings().names[1], QString("Two\nlines 1"));
+        QCOMPARE(CSettings().radioNames[0], QString("Two\nlines 4"));
+    }
+};
 
 QTEST_MAIN(TestMainWindow)
 #include "tst_mainwindow.moc"
