@@ -8,17 +8,14 @@
 
 namespace {
 
-QByteArray read(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
+/// Makes a folder of it when there are no contents.
 void write(const QString &path, const QByteArray &contents)
 {
     QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(contents);
+    if (contents.isNull())
+        QVERIFY(QDir().mkpath(path));
+    else
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(contents) == contents.size());
 }
 
 /// Saves a configuration; names of one length give files of one size.
@@ -26,7 +23,6 @@ void saveConfiguration(int relayBoxId, const QString &name)
 {
     CSettings settings;
     settings.relayBoxId = relayBoxId;
-    settings.relayBoxName = QString::number(relayBoxId);
     settings.names[0] = name;
     settings.save();
 }
@@ -42,17 +38,9 @@ private slots:
     void init()
     {
         QDir dir(QCoreApplication::applicationDirPath());
-        const QFileInfoList left = dir.entryInfoList({QStringLiteral("VextralRemoteControl.ini*")},
-                                                     QDir::Files | QDir::Dirs | QDir::System | QDir::Hidden);
-        for (const QFileInfo &file : left) {
-            if (file.isDir())
-                QVERIFY(QDir(file.filePath()).removeRecursively());
-            else
-                QVERIFY(QFile::remove(file.filePath()));
-        }
+        for (const QString &left : dir.entryList({"VextralRemoteControl.ini*"}))
+            QVERIFY(dir.remove(left) || QDir(dir.filePath(left)).removeRecursively());
     }
-
-    void cleanupTestCase() { init(); }
 
     void firstSaveWritesEveryDefault()
     {
@@ -68,37 +56,31 @@ private slots:
         for (int n = 1; n <= 10; ++n) {
             for (const char *line : {"Color_%1=4278190335", "Enabled%1=false", "Angles%1=0",
                                      "Names%1=Antena%1", "RadioNames%1=Radio %1", "Memories%1=M%1"})
-                expected << QString::fromLatin1(line).arg(n);
-            expected << QStringLiteral("RotorID_%1=%2").arg(n).arg(n <= 2 ? n - 1 : -1);
+                expected << QString(line).arg(n);
+            expected << QString("RotorID_%1=%2").arg(n).arg(n <= 2 ? n - 1 : -1);
         }
-        QStringList lines =
-            QString::fromLatin1(read(CSettings::settingsFilePath())).split('\n', Qt::SkipEmptyParts);
+        QFile file(CSettings::settingsFilePath());
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QStringList lines = QString(file.readAll()).split('\n', Qt::SkipEmptyParts);
         QCOMPARE(lines.size() - 1, 77);
         lines.sort();
         expected.sort();
         QCOMPARE(lines, expected);
     }
 
-    void textSurvivesSaveAndLoad()
+    void textAndColourSurviveSaveAndLoad()
     {
-        for (const char *text :
+        const QColor translucent(255, 160, 47, 128);
+        for (const QString text :
              {"", "  blanks around ", "東京 ação هوائي 📡", "two\nlines\tand", "a,b;c=d[e]", "\"quoted\"",
               "back\\slash", "%41 %1 &amp;", "@Size(1 2)", "@Invalid()", "045", "true"}) {
             CSettings settings;
-            settings.relayBoxName = settings.names[0] = QString::fromUtf8(text);
+            settings.names[0] = text;
+            settings.colors[9] = translucent;
             settings.save();
-            QCOMPARE(CSettings().relayBoxName, QString::fromUtf8(text));
-            QCOMPARE(CSettings().names[0], QString::fromUtf8(text));
+            QCOMPARE(CSettings().names[0], text);
+            QCOMPARE(CSettings().colors[9], translucent);
         }
-    }
-
-    void colourKeepsItsAlpha()
-    {
-        CSettings settings;
-        settings.colors[9] = QColor(255, 160, 47, 128);
-        settings.save();
-        QVERIFY(read(CSettings::settingsFilePath()).contains("\nColor_10=2164236335\n"));
-        QCOMPARE(CSettings().colors[9], QColor(255, 160, 47, 128));
     }
 
     void valuesThatDoNotConvertBecomeZeroOfTheirKind()
@@ -109,52 +91,32 @@ private slots:
         const CSettings settings;
         QCOMPARE(settings.relayBoxId, 0);
         QCOMPARE(settings.colors[0].rgba(), 0U);
-        QCOMPARE(settings.enabled[0], true);
-        QCOMPARE(settings.enabled[1], false);
+        QVERIFY(settings.enabled[0] && !settings.enabled[1]);
         QCOMPARE(settings.angles[0], 0.0);
         QCOMPARE(settings.rotorIds[0], 0);
         QCOMPARE(settings.names[0], QString());
         QVERIFY(!settings.extendedSize.isValid());
     }
 
-    void brokenFileGivesDefinedSettings_data()
-    {
-        QTest::addColumn<QByteArray>("contents");
-        QTest::newRow("zeros") << QByteArray(4096, '\0');
-        QTest::newRow("half written") << QByteArray("[General]\nAngles1=0\nNames10=Beam\nNames2");
-        QTest::newRow("no section end") << QByteArray("[General\ncomPortName");
-        QTest::newRow("a directory in its place") << QByteArray();
-    }
     void brokenFileGivesDefinedSettings()
     {
-        QFETCH(QByteArray, contents);
-        if (contents.isNull())
-            QVERIFY(QDir().mkpath(CSettings::settingsFilePath()));
-        else
+        for (const QByteArray &contents :
+             {QByteArray(4096, '\0'), QByteArray("[General]\nAngles1=0\nNames10=Beam\nNames2"),
+              QByteArray("[General\ncomPortName"), QByteArray()}) {
+            init();
             write(CSettings::settingsFilePath(), contents);
-        CSettings settings;
-        QCOMPARE(settings.comPortName, QStringLiteral("COM1"));
-        QCOMPARE(settings.extendedSize, QSize(441, 473));
-        settings.names[0] = QStringLiteral("Beam");
-        settings.save();
-        QVERIFY(CSettings().names[0] == QLatin1String("Beam") || contents.isNull());
-    }
-
-    void newBoxTakesTheConfigurationOver()
-    {
-        saveConfiguration(1, QStringLiteral("Beam"));
-        const QByteArray first = read(CSettings::settingsFilePath());
-        const CSettings settings = swapRelayBoxSettings(1, 7);
-        QCOMPARE(settings.relayBoxName, QStringLiteral("7"));
-        QCOMPARE(settings.names[0], QStringLiteral("Beam"));
-        QCOMPARE(CSettings().relayBoxId, 7);
-        QCOMPARE(read(CSettings::relayBoxFilePath(1)), first);
+            QCOMPARE(CSettings().comPortName, QString("COM1"));
+            QCOMPARE(CSettings().extendedSize, QSize(441, 473));
+            saveConfiguration(1, "Beam");
+            QVERIFY(CSettings().names[0] == "Beam" || contents.isNull());
+        }
     }
 
     void eachBoxGetsItsOwnConfigurationBack()
     {
-        saveConfiguration(1, QStringLiteral("100"));
-        swapRelayBoxSettings(1, 2);
+        saveConfiguration(1, "100");
+        QCOMPARE(swapRelayBoxSettings(1, 2).names[0], QString("100")); // a new box takes it over
+        QCOMPARE(CSettings().relayBoxName, QString("2"));
         // Files of one size that are changed within one clock tick look alike to a cache.
         for (int i = 0; i < 40; ++i) {
             const QString second = QString::number(500 + i);
@@ -170,34 +132,28 @@ private slots:
     {
         QTest::addColumn<QByteArray>("keptFile");
         QTest::addColumn<QString>("name");
-        QTest::newRow("kept file names another box")
-            << QByteArray("[General]\nrelayBoxId=9\nNames1=Kept\n") << "Kept";
-        QTest::newRow("kept file is garbage") << QByteArray("\x01\xFF[[=\n\x80") << "Antena1";
-        QTest::newRow("kept file cannot be read") << QByteArray() << "Beam";
+        QTest::newRow("names another box") << QByteArray("[General]\nrelayBoxId=9\nNames1=Kept\n") << "Kept";
+        QTest::newRow("garbage") << QByteArray("\x01\xFF[[=\n\x80") << "Antena1";
+        QTest::newRow("cannot be read") << QByteArray() << "Beam";
     }
     void troubleLosesNoConfiguration()
     {
         QFETCH(QByteArray, keptFile);
-        QFETCH(QString, name);
-        saveConfiguration(1, QStringLiteral("Beam"));
-        if (keptFile.isNull())
-            QVERIFY(QDir().mkpath(CSettings::relayBoxFilePath(2)));
-        else
-            write(CSettings::relayBoxFilePath(2), keptFile);
-        QCOMPARE(swapRelayBoxSettings(1, 2).names[0], name);
+        saveConfiguration(1, "Beam");
+        write(CSettings::relayBoxFilePath(2), keptFile);
+        QTEST(swapRelayBoxSettings(1, 2).names[0], "name");
         QCOMPARE(CSettings().relayBoxId, 2);
         const CSettings back = swapRelayBoxSettings(2, 1);
-        QCOMPARE(back.names[0], QStringLiteral("Beam"));
+        QCOMPARE(back.names[0], QString("Beam"));
         QCOMPARE(back.relayBoxId, 1);
     }
 
     void aConfigurationThatCannotBeKeptAsideStays()
     {
-        saveConfiguration(1, QStringLiteral("Beam"));
-        QVERIFY(QDir().mkpath(CSettings::relayBoxFilePath(1))); // over which nobody copies a file
-        const QByteArray before = read(CSettings::settingsFilePath());
+        saveConfiguration(1, "Beam");
+        write(CSettings::relayBoxFilePath(1), QByteArray()); // a folder, over which nobody copies a file
         QCOMPARE(swapRelayBoxSettings(1, 2).relayBoxId, 2);
-        QCOMPARE(read(CSettings::settingsFilePath()), before);
+        QCOMPARE(CSettings().relayBoxId, 1);
     }
 };
 
