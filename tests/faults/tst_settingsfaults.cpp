@@ -11,7 +11,6 @@
 #include <QTest>
 
 #include <cstdio>
-#include <functional>
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -27,20 +26,7 @@ namespace {
 
 constexpr int keyCount = 77;
 
-/// The environment asks for the long form.
-int kills()
-{
-    const int asked = qEnvironmentVariableIntValue("VEXTRAL_KILLS");
-    return asked > 0 ? asked : 40;
-}
-
 // ---- What the other program does ----
-
-void tell(const char *line)
-{
-    std::puts(line);
-    std::fflush(stdout);
-}
 
 /// Gives all texts the same value, so that a mixture of two saves can be seen.
 void save(const QString &text)
@@ -53,40 +39,25 @@ void save(const QString &text)
     settings.save();
 }
 
-void saveUntilKilled()
-{
-    for (int i = 0;; ++i) {
-        save(QString::number(i));
-        if (i == 0)
-            tell("ready");
-    }
-}
-
-/// Changes between the boxes 1 and 2.
-void swapUntilKilled()
-{
-    tell("ready");
-    for (int box = CSettings().relayBoxId;; box = 3 - box)
-        swapRelayBoxSettings(box, 3 - box);
-}
-
 /// One order a line; each is answered by a line "done" after whatever was logged meanwhile.
 void obeyOrders()
 {
     obeyPermissions();
     std::optional<FullDisk> disk;
-    for (std::string line; std::getline(std::cin, line); tell("done")) {
+    for (std::string line; std::getline(std::cin, line);) {
         const QStringList words = QString::fromStdString(line).split(' ');
         if (words[0] == "save")
             save(words[1]);
-        else if (words[0] == "load")
-            tell(qPrintable(CSettings().names[0]));
         else if (words[0] == "swap")
             swapRelayBoxSettings(words[1].toInt(), words[2].toInt());
+        else if (words[0] == "load")
+            std::puts(qPrintable(CSettings().names[0]));
         else if (words[0] == "fill")
             disk.emplace(1000);
         else if (words[0] == "empty")
             disk.reset();
+        std::puts("done");
+        std::fflush(stdout);
     }
 }
 
@@ -96,32 +67,17 @@ void obeyOrders()
 class Program
 {
 public:
-    Program(const QString &folder, const QString &task)
+    explicit Program(const QString &folder)
     {
         const QString copy = folder + "/program";
         QFile::copy(QCoreApplication::applicationFilePath(), copy);
         m_process.setProcessChannelMode(QProcess::MergedChannels);
-        m_process.start(copy, {task});
+        m_process.start(copy, {"--obey"});
     }
-    ~Program() { kill(); }
-
-    void kill()
+    ~Program()
     {
         m_process.kill();
         m_process.waitForFinished();
-    }
-
-    /// What came before such a line.
-    QString until(const QString &last)
-    {
-        QString text;
-        while (m_process.canReadLine() || m_process.waitForReadyRead(10000)) {
-            const QString line = QString::fromUtf8(m_process.readLine());
-            if (line == last + '\n')
-                return text.trimmed();
-            text += line;
-        }
-        return "no answer";
     }
 
     void ask(const QString &order)
@@ -130,10 +86,18 @@ public:
         m_process.waitForBytesWritten();
     }
 
+    /// What is said to the order.
     QString say(const QString &order)
     {
         ask(order);
-        return until("done");
+        QString text;
+        while (m_process.canReadLine() || m_process.waitForReadyRead(10000)) {
+            const QString line = QString::fromUtf8(m_process.readLine());
+            if (line == "done\n")
+                return text.trimmed();
+            text += line;
+        }
+        return "no answer";
     }
 
 private:
@@ -155,13 +119,6 @@ QString textOf(const QString &path)
     return texts.size() == 1 ? texts[0] : "mixed: " + contents;
 }
 
-bool isNumber(const QString &text)
-{
-    bool isOne = false;
-    text.toInt(&isOne);
-    return isOne;
-}
-
 } // namespace
 
 class TestSettingsFaults : public QObject
@@ -171,64 +128,70 @@ class TestSettingsFaults : public QObject
 private slots:
     void init() { m_folder = std::make_unique<QTemporaryDir>(); }
 
-    void aProgramThatIsKilledLeavesAWholeFile()
+    void aProgramThatIsKilledLeavesTheWholeConfigurationOfEachBox_data()
     {
-        killAgainAndAgain("--save", [this] {
-            const QString text = textOf(file());
-            QVERIFY2(isNumber(text), qPrintable(text));
-        });
+        QTest::addColumn<QString>("orders"); // %1 is the present relay box, %2 the other one
+        QTest::newRow("killed while saving") << "save %1\nsave %1+\n";
+        QTest::newRow("killed while exchanging") << "swap %1 %2\nswap %2 %1\n";
     }
-
-    void aProgramThatIsKilledKeepsTheConfigurationOfEachBox()
+    void aProgramThatIsKilledLeavesTheWholeConfigurationOfEachBox()
     {
-        Program program(folder(), "--obey");
-        for (const char *order : {"save 1", "swap 1 2", "save 2"})
-            program.say(order);
-        killAgainAndAgain("--swap", [this] {
-            const QStringList texts{textOf(file()), textOf(file(".1")), textOf(file(".2"))};
-            QVERIFY2(isNumber(texts[0]) && texts.contains("1") && texts.contains("2"),
-                     qPrintable(texts.join("; ")));
-        });
+        QFETCH(QString, orders);
+        Program first(folder());
+        for (const char *order : {"save 1", "swap 1 2", "save 2", "swap 2 1"})
+            first.say(order);
+        // The environment may ask for the long form.
+        const int kills = qEnvironmentVariable("VEXTRAL_KILLS", "40").toInt();
+        std::mt19937 random(1);
+        for (int i = 0; i < kills; ++i) {
+            {
+                Program program(folder());
+                const QString box = program.say("load").left(1);
+                QCOMPARE(program.say("save " + box), QString());
+                program.ask(orders.arg(box).arg(3 - box.toInt()).repeated(100));
+                usleep(random() % 3000);
+            }
+            const QString texts = textOf(file()) + "; " + textOf(file(".1")) + "; " + textOf(file(".2"));
+            QVERIFY2(texts.contains(QRegularExpression("^[12]\\+?; 1\\+?; 2\\+?$")), qPrintable(texts));
+        }
+        qInfo("%d kills left %d files behind", kills, int(QDir(folder()).entryList(QDir::Files).size()));
     }
 
     void aSaveInTroubleIsToldAndTheNextOneWrites_data()
     {
-        QTest::addColumn<QString>("told");
-        QTest::addColumn<QString>("contents"); // of the file then
-        for (const char *trouble : {"full disk", "read-only folder", "read-only file"})
-            QTest::newRow(trouble) << "CSettings::save() - %1 could not be written"
-                                   << "before";
-        QTest::newRow("folder removed") << "CSettings::load() - %1 was changed by another program"
-                                        << "after";
+        QTest::addColumn<QString>("trouble");
+        for (const char *trouble : {"full disk", "read-only folder", "read-only file", "folder removed"})
+            QTest::newRow(trouble) << trouble;
     }
     void aSaveInTroubleIsToldAndTheNextOneWrites()
     {
-        QFETCH(QString, told);
-        QFETCH(QString, contents);
-        const QString trouble = QTest::currentDataTag();
+        QFETCH(QString, trouble);
+        const bool isRemoved = trouble == "folder removed";
         const QFile::Permissions all = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
-        Program program(folder(), "--obey");
+        const QString protectedPath = trouble.endsWith("file") ? file() : folder();
+        Program program(folder());
         QCOMPARE(program.say("save before"), QString());
         if (trouble == "full disk")
             program.say("fill");
-        else if (trouble == "folder removed")
+        else if (isRemoved)
             QVERIFY(QDir(folder()).removeRecursively());
         else
-            QVERIFY(
-                QFile::setPermissions(trouble.endsWith("file") ? file() : folder(), all ^ QFile::WriteOwner));
+            QVERIFY(QFile::setPermissions(protectedPath, all ^ QFile::WriteOwner));
 
+        const QString told = isRemoved ? "CSettings::load() - %1 was changed by another program"
+                                       : "CSettings::save() - %1 could not be written";
         QCOMPARE(program.say("save after"), told.arg(file()));
-        QCOMPARE(textOf(file()), contents);
+        QCOMPARE(textOf(file()), QString(isRemoved ? "after" : "before"));
 
         program.say("empty");
-        QVERIFY(QFile::setPermissions(folder(), all) && QFile::setPermissions(file(), all));
+        QVERIFY(QFile::setPermissions(protectedPath, all));
         QCOMPARE(program.say("save again"), QString());
         QCOMPARE(textOf(file()), QString("again"));
     }
 
     void anExchangeThatFailsLeavesEachBoxItsOwn()
     {
-        Program program(folder(), "--obey");
+        Program program(folder());
         for (const char *order : {"save 1", "swap 1 2", "save 2", "swap 2 1", "fill"})
             program.say(order);
         QCOMPARE(
@@ -244,8 +207,8 @@ private slots:
 
     void twoProgramsShareAFolder()
     {
-        Program one(folder(), "--obey");
-        Program other(folder(), "--obey");
+        Program one(folder());
+        Program other(folder());
         one.say("save 1");
         other.say("save 2");
         QCOMPARE(one.say("load"),
@@ -255,7 +218,7 @@ private slots:
         for (int i = 0; i < 2000; ++i) {
             one.ask("save 1");
             other.ask("save 2");
-            QVERIFY2(isNumber(textOf(file())), qPrintable(textOf(file())));
+            QVERIFY2(textOf(file()).toInt() > 0, qPrintable(textOf(file())));
         }
     }
 
@@ -266,34 +229,15 @@ private:
         return folder() + "/VextralRemoteControl.ini" + ending;
     }
 
-    void killAgainAndAgain(const QString &task, const std::function<void()> &check) const
-    {
-        std::mt19937 random(1);
-        for (int i = 0; i < kills() && !QTest::currentTestFailed(); ++i) {
-            Program program(folder(), task);
-            QCOMPARE(program.until("ready"), QString());
-            usleep(random() % 3000);
-            program.kill();
-            check();
-        }
-        qInfo("%d kills left %d files behind", kills(), int(QDir(folder()).entryList(QDir::Files).size()));
-    }
-
     std::unique_ptr<QTemporaryDir> m_folder;
 };
 
 int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
-    const QString task = application.arguments().value(1);
-    if (task == "--save")
-        saveUntilKilled();
-    else if (task == "--swap")
-        swapUntilKilled();
-    else if (task == "--obey")
-        obeyOrders();
-    else
+    if (application.arguments().value(1) != "--obey")
         return QTest::qExec(std::make_unique<TestSettingsFaults>().get(), argc, argv);
+    obeyOrders();
     return 0;
 }
 

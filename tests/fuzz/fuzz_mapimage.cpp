@@ -22,7 +22,7 @@ constexpr QRect view(0, 0, 90, 60);
 
 QString imagePath()
 {
-    return QCoreApplication::applicationDirPath() + QStringLiteral("/map");
+    return QCoreApplication::applicationDirPath() + "/map";
 }
 
 qint64 announcedPixels()
@@ -30,7 +30,7 @@ qint64 announcedPixels()
     QImageReader reader(imagePath());
     reader.setDecideFormatFromContent(true);
     const QSize size = reader.size();
-    return static_cast<qint64>(size.width()) * size.height();
+    return qint64(size.width()) * size.height();
 }
 
 void checkPainting(const QImage &image, const QRectF &target)
@@ -57,7 +57,7 @@ extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     QFile file(imagePath());
-    require(file.open(QIODevice::WriteOnly) && file.write(bytesOf(data, size)) == static_cast<qint64>(size),
+    require(file.open(QIODevice::WriteOnly) && file.write(bytesOf(data, size)) == qint64(size),
             "the image can be written");
     file.close();
     const qint64 pixels = announcedPixels();

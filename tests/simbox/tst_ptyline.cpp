@@ -5,31 +5,13 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-Q_DECLARE_METATYPE(LineFault)
-
 namespace {
 
-const QByteArray StatusReply("ST=\x1F\x01\r\n");
-const QByteArray AngleReply("AZ=000\r\n");
-
-bool openPort(QSerialPort &port, const PtyLine &line)
-{
-    port.setPortName(line.linkPath());
-    return port.open(QIODevice::ReadWrite);
-}
-
-QByteArray ask(QSerialPort &port, const QByteArray &query, int replySize)
-{
-    port.write(query);
-    port.waitForBytesWritten(1000);
-    QByteArray bytes = port.readAll();
-    while (bytes.size() < replySize && port.waitForReadyRead(3000))
-        bytes += port.readAll();
-    return bytes;
-}
+const QByteArray angleReply("AZ=000\r\n");
 
 } // namespace
 
+// What a fault does to a reply shows in the tests of the program.
 class TestPtyLine : public QObject
 {
     Q_OBJECT
@@ -37,76 +19,20 @@ class TestPtyLine : public QObject
 private slots:
     void init()
     {
-        m_line = std::make_unique<PtyLine>(link());
-        m_line->withBox([](SimulatedBox &box) {
-            for (const char *command : {"K1", "K2", "K3", "K4", "K5"})
-                box.handle(command);
-        });
+        m_line = std::make_unique<PtyLine>(link(), SimulatedBox::Model::Rotator);
         QVERIFY2(m_line->start(), qUtf8Printable(m_line->errorText()));
     }
 
-    void faultsAsTheReaderSeesThem_data()
+    void aFaultWaitsForItsReplyAndIsOverThen()
     {
-        QTest::addColumn<LineFault>("fault");
-        QTest::addColumn<QByteArray>("query");
-        QTest::addColumn<QByteArray>("seen"); // up to the good angle reply that follows
-
-        const auto row = [](const char *name, const LineFault &fault, const QByteArray &query,
-                            const QByteArray &seen) { QTest::newRow(name) << fault << query << seen; };
-        row("none", LineFault::none(), "K0\r\n", StatusReply);
-        row("silence, not used up by K9", LineFault::silence(), "K9\r\nK0\r\n", "");
-        row("cut at 4", LineFault::cutAfter(4), "K0\r\n", "ST=\x1F");
-        row("doubled", LineFault::doubled(), "K0\r\n", StatusReply + StatusReply);
-        row("noise", LineFault::noise(4, 1), "K0\r\n", "\x25\xEB\x8C\x48\r\n");
-        row("flood", LineFault::flood(1000000), "K0\r\n", QByteArray(1000000, '~'));
-        row("echo", LineFault::echo(), "K0\r\n", "K0\r\n" + StatusReply);
-        row("other reply for K0", LineFault::otherReply(), "K0\r\n", AngleReply);
-        row("angle of KG", LineFault::angle("400"), "KG\r\n", QByteArray("T=\x1F\x01") + "400\r\n");
-        row("unknown query", LineFault::none(), "X\r\n", "?>\r\n");
-    }
-    void faultsAsTheReaderSeesThem()
-    {
-        QFETCH(LineFault, fault);
-        QFETCH(QByteArray, query);
-        QFETCH(QByteArray, seen);
-
-        QSerialPort port;
-        QVERIFY(openPort(port, *m_line));
-        m_line->setFault(fault, 1);
-        // The good reply that follows proves that nothing else is under way.
-        const QByteArray bytes = ask(port, query + "C\r\n", seen.size() + AngleReply.size());
-        QVERIFY2(bytes == seen + AngleReply, qUtf8Printable(trafficText(bytes)));
-    }
-
-    void theLineGoesAwayAndComesBackUnderTheSameName_data()
-    {
-        QTest::addColumn<LineFault>("fault");
-        QTest::addColumn<QByteArray>("seen");
-        QTest::newRow("with a reply under way") << LineFault::delayed(60000) << QByteArray();
-        QTest::newRow("instead of the reply") << LineFault::hangUp() << QByteArray();
-        QTest::newRow("within the reply") << LineFault::hangUp(2) << QByteArray("ST");
-    }
-    void theLineGoesAwayAndComesBackUnderTheSameName()
-    {
-        QFETCH(LineFault, fault);
-        QFETCH(QByteArray, seen);
-
-        QSerialPort port;
-        QVERIFY(openPort(port, *m_line));
-        m_line->setFault(fault, 1);
-        const bool isHangUp = fault.actsOn(QByteArray());
-        QCOMPARE(ask(port, "K0\r\n", seen.size()), seen);
-        QVERIFY(m_line->waitForReceived(1));
-        if (!isHangUp)
-            m_line->hangUp();
-        QTRY_VERIFY(port.error() != QSerialPort::NoError && !m_line->isUp());
-        QVERIFY(!QFileInfo(link()).isSymLink());
-        port.close();
-
-        QVERIFY(m_line->restore());
-        QSerialPort returned;
-        QVERIFY(openPort(returned, *m_line));
-        QCOMPARE(ask(returned, "K0\r\n", StatusReply.size()), StatusReply);
+        const QPair<LineFault, QByteArray> faults[] = {{LineFault::silence(), ""},
+                                                       {LineFault::angle("400"), "T=\x10@400\r\n"},
+                                                       {LineFault::flood(1000000), QByteArray(1000000, '~')}};
+        for (const auto &[fault, seen] : faults) {
+            m_line->setFault(fault, 1);
+            const QByteArray bytes = ask("K9\r\nKG\r\nC\r\n", seen.size() + angleReply.size());
+            QVERIFY2(bytes == seen + angleReply, qUtf8Printable(trafficText(bytes)));
+        }
     }
 
     void onlyALinkIsReplaced()
@@ -124,25 +50,26 @@ private slots:
         QVERIFY(!successor.isUp() && file.remove());
     }
 
-    void theClockTurnsTheRotorOnlyWhenItIsReal()
+    void theClockTurnsTheRotor()
     {
-        const auto reading = [](PtyLine &line) {
-            QByteArray reply;
-            line.withBox([&reply](SimulatedBox &box) { reply = box.handle("C"); });
-            return reply;
-        };
-        PtyLine real(link(), SimulatedBox::Model::Rotator);
-        PtyLine manual(link(), SimulatedBox::Model::Rotator, PtyLine::Clock::Manual);
-        for (PtyLine *line : {&real, &manual})
-            line->withBox([](SimulatedBox &box) { box.handle("M090"); });
-        QTRY_VERIFY(reading(real) != AngleReply);
-        QCOMPARE(reading(manual), AngleReply);
-        manual.advance(60000);
-        QCOMPARE(reading(manual), QByteArray("AZ=090\r\n"));
+        ask("M090\r\n", 0);
+        QTRY_VERIFY(ask("C\r\n", angleReply.size()) > angleReply);
     }
 
 private:
     QString link() const { return m_directory.filePath("box"); }
+
+    QByteArray ask(const QByteArray &query, int replySize) const
+    {
+        QSerialPort port(link());
+        port.open(QIODevice::ReadWrite);
+        port.write(query);
+        port.waitForBytesWritten(1000);
+        QByteArray bytes = port.readAll();
+        while (bytes.size() < replySize && port.waitForReadyRead(3000))
+            bytes += port.readAll();
+        return bytes;
+    }
 
     QTemporaryDir m_directory;
     std::unique_ptr<PtyLine> m_line;

@@ -22,10 +22,10 @@ public:
         setrlimit(RLIMIT_FSIZE, &limit);
     }
     ~FullDisk() { setrlimit(RLIMIT_FSIZE, &m_before); }
-    FullDisk(const FullDisk &) = delete;
-    FullDisk &operator=(const FullDisk &) = delete;
 
 private:
+    Q_DISABLE_COPY(FullDisk)
+
     rlimit m_before = {};
 };
 

@@ -9,12 +9,15 @@ class LogLines
 public:
     LogLines();
     ~LogLines();
-    LogLines(const LogLines &) = delete;
-    LogLines &operator=(const LogLines &) = delete;
 
-    QStringList lines() const;
+    QStringList lines() const { return m_lines; }
     /// How often exactly this line was logged.
-    int count(const QString &line) const;
-    bool contains(const QString &line) const { return count(line) > 0; }
-    void clear();
+    int count(const QString &line) const { return int(m_lines.count(line)); }
+    bool contains(const QString &line) const { return m_lines.contains(line); }
+    void clear() { m_lines.clear(); }
+
+private:
+    Q_DISABLE_COPY(LogLines)
+
+    QStringList m_lines;
 };

@@ -1,30 +1,16 @@
 #include "support/station.h"
 
 #include "device/devicekt240m.h"
-#include "mainwindow/currentobjects.h"
 #include "settings/settings.h"
 #include "widgets/antennabutton.h"
 #include "widgets/ledbutton.h"
-#include "widgets/vextralremotecontrolwidget.h"
 
-#include <QCoreApplication>
 #include <QDir>
-
-Station::Station(SimulatedBox::Model model) : line(boxLink(), model), m_model(model)
-{
-    line.start();
-}
-
-QString Station::boxLink()
-{
-    return QCoreApplication::applicationDirPath() + QStringLiteral("/box");
-}
 
 void Station::writeFreshSettings(const QString &portName)
 {
     QDir folder(QCoreApplication::applicationDirPath());
-    const QStringList files = folder.entryList({QStringLiteral("VextralRemoteControl.ini*")});
-    for (const QString &file : files)
+    for (const QString &file : folder.entryList({"VextralRemoteControl.ini*"}))
         folder.remove(file);
     CSettings settings;
     settings.comPortName = portName;
@@ -34,34 +20,12 @@ void Station::writeFreshSettings(const QString &portName)
 void Station::startProgram()
 {
     if (m_model == SimulatedBox::Model::StackSwitch)
-        m_window = std::make_unique<CMainWindow>();
+        window = std::make_unique<CMainWindow>();
     else
-        m_window = std::make_unique<CMainWindow>(
+        window = std::make_unique<CMainWindow>(
             [](const CSettings &settings) { return new CDeviceKT240M(settings); });
-}
-
-void Station::show()
-{
-    m_window->show();
-    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
-}
-
-void Station::closeProgram()
-{
-    m_window->close();
-    m_window.reset();
-}
-
-void Station::settle()
-{
-    controller()->stopMonitoring();
-    pollEvery(noPollsMs);
-    line.clearReceived();
-}
-
-void Station::poll()
-{
-    controller()->monitore();
+    window->show();
+    QVERIFY(QTest::qWaitForWindowActive(window.get()));
 }
 
 void Station::pollEvery(int milliseconds)
@@ -72,33 +36,18 @@ void Station::pollEvery(int milliseconds)
 
 QString Station::heard()
 {
-    const QString text = QString::fromLatin1(line.commands().join(' '));
+    const QString text = line.commands().join(' ');
     line.clearReceived();
     return text;
 }
 
-void Station::press(Qt::Key key, Qt::KeyboardModifiers modifiers)
+QString Station::shown() const
 {
-    QTest::keyClick(m_window.get(), key, modifiers);
-}
-
-QString Station::shown()
-{
-    QString text = QStringLiteral("RX ");
+    QString text = "RX ";
     for (const CAntennaButton *button : panel()->antennaButtons())
-        text += button->isChecked() ? QLatin1Char('1') : QLatin1Char('0');
-    text += QStringLiteral(" TX ");
+        text += button->isChecked() ? '1' : '0';
+    text += " TX ";
     for (const CLedButton *button : panel()->txButtons())
-        text += button->isChecked() ? QLatin1Char('1') : QLatin1Char('0');
-    return text + (panel()->powerIndicator()->isChecked() ? QStringLiteral(" POWER") : QStringLiteral(" -"));
-}
-
-CVextralRemoteControl *Station::controller()
-{
-    return CurrentObjects::controller();
-}
-
-CVextralRemoteControlWidget *Station::panel()
-{
-    return get<CVextralRemoteControlWidget>("remoteControlWidget");
+        text += button->isChecked() ? '1' : '0';
+    return text + (panel()->powerIndicator()->isChecked() ? " POWER" : " -");
 }

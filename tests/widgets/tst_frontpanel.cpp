@@ -12,32 +12,19 @@ using Panel = CVextralRemoteControlWidget;
 
 namespace {
 
-struct Shape
-{
-    int antennas = 4;
-    int transmit = 4;
-    int radios = 0;
-    bool everythingElse = false;
-    bool ownPanel = false;
-};
-
-/// A box of any shape, without a line.
+/// A box without a line, with little or with everything that an operator may press or see lit.
 struct Model : ScriptedController
 {
-    explicit Model(const Shape &boxShape) : shape(boxShape) {}
-    int antennaCount() override { return shape.antennas; }
-    int txButtonCount() override { return shape.transmit; }
-    int radioCount() override { return shape.radios; }
-    bool hasSendAndPower() override { return shape.everythingElse; }
-    bool hasSplit() override { return shape.everythingElse; }
-    bool hasLogo() override { return shape.everythingElse; }
-    bool hasInfoLabels() override { return shape.everythingElse; }
-    bool hasTitleLabel() override { return shape.everythingElse; }
-    bool hasOwnPanel() override { return shape.ownPanel; }
-    void relayoutPanel(int width, int height) override { sizes << QSize(width, height); }
+    int antennaCount() override { return hasEverything ? 6 : 4; }
+    int txButtonCount() override { return antennaCount(); }
+    int radioCount() override { return hasEverything ? 3 : 0; }
+    bool hasSendAndPower() override { return hasEverything; }
+    bool hasSplit() override { return hasEverything; }
+    bool hasTitleLabel() override { return hasEverything; }
+    bool hasOwnPanel() override { return ownPanel; }
 
-    Shape shape;
-    QList<QSize> sizes;
+    bool hasEverything = true;
+    bool ownPanel = false;
 };
 
 } // namespace
@@ -49,16 +36,14 @@ class TestFrontPanel : public QObject
 private slots:
     void aModelGetsATidyPanelOfItsElements()
     {
-        for (const Shape &shape : {Shape{1, 0, 0, false}, Shape{4, 4, 0, false}, Shape{6, 6, 3, true}}) {
-            Model model(shape);
+        for (bool everything : {false, true}) {
+            Model model;
+            model.hasEverything = everything;
             Panel panel;
             panel.show();
             model.setRemoteControlWidget(&panel);
-            QCOMPARE(panel.antennaButtons().size(), shape.antennas);
-            QCOMPARE(panel.txButtons().size(), shape.transmit);
-            QCOMPARE(panel.radioButtons().size(), shape.radios);
-            QCOMPARE(panel.powerIndicator() && panel.splitIndicator(), shape.everythingElse);
             const QList<QPushButton *> buttons = panel.findChildren<QPushButton *>();
+            QCOMPARE(buttons.size(), everything ? 6 + 6 + 3 + 3 : 4 + 4);
             for (const QSize &size : {QSize(418, 100), QSize(1254, 300)}) {
                 panel.resize(size);
                 for (const QPushButton *button : buttons) {
@@ -73,57 +58,42 @@ private slots:
         }
     }
 
-    void aModelWithItsOwnPanelIsGivenEverySize()
+    void onlyTheBoxSwitchesAnAntennaOff()
     {
-        Panel panel;
-        panel.show();
-        panel.resize(500, 120); // nobody to ask yet
-        Model model({4, 4, 0, false, true});
-        model.setRemoteControlWidget(&panel);
-        panel.resize(600, 150);
-        QCOMPARE(model.sizes, (QList<QSize>{{500, 120}, {600, 150}}));
-    }
-
-    void antennaClicksAreReported()
-    {
-        struct Case
-        {
-            bool ownPanel, exclusive, secondClickSwitchesOff, otherStaysOn;
-        };
-        for (const Case &c : {Case{false, true, true, true}, Case{true, true, false, false},
-                              Case{true, false, false, true}}) {
-            Model model({4, 4, 0, false, c.ownPanel});
+        for (bool exclusive : {true, false}) {
+            Model model;
+            model.ownPanel = true;
             Panel panel;
             panel.bindController(&model);
-            panel.setExclusiveAntennas(c.exclusive); // heeded only where the model lays the panel out
+            panel.setExclusiveAntennas(exclusive);
             QSignalSpy changes(&panel, &Panel::onAtennaButtonChange);
             const QList<CAntennaButton *> buttons = panel.antennaButtons();
             buttons[0]->setChecked(true); // as a poll does: silent
             buttons[2]->click();
             buttons[2]->click();
-            QCOMPARE(changes, (QList<QVariantList>{{2, true}, {2, !c.secondClickSwitchesOff}}));
-            QCOMPARE(buttons[0]->isChecked(), c.otherStaysOn);
+            QCOMPARE(changes, (QList<QVariantList>{{2, true}, {2, true}}));
+            QCOMPARE(buttons[0]->isChecked(), !exclusive);
         }
     }
 
-    void transmitAndRadioButtonsReportTheirPlace()
+    void transmitLinesToggleAndRadiosAreAGroup()
     {
-        Model model({4, 4, 3});
+        Model model;
         Panel panel;
-        panel.bindController(&model);
-        QSignalSpy transmits(&panel, &Panel::onAtennaTXButtonChange);
-        QSignalSpy radios(&panel, &Panel::onRadioButtonChange);
+        model.setRemoteControlWidget(&panel);
         panel.txButtons().at(2)->click();
-        QMetaObject::invokeMethod(&panel, "onAntennaTXButtonPressed", Q_ARG(bool, true)); // by nobody's click
-        QCOMPARE(transmits, (QList<QVariantList>{{2}}));
-        panel.radioButtons().at(1)->click();
-        panel.radioButtons().at(1)->setChecked(false);
-        QCOMPARE(radios, (QList<QVariantList>{{1, true}, {1, false}}));
+        const QList<CAntennaButton *> radios = panel.radioButtons();
+        for (int clicked : {1, 2, 2}) {
+            radios[clicked]->click();
+            for (int i = 0; i < 3; ++i)
+                QCOMPARE(radios[i]->isChecked(), i == clicked);
+        }
+        QCOMPARE(model.sent, (QStringList{"TX2", "radio1", "radio2", "radio2"}));
     }
 
     void indicatorsTakeNoMouseAndStillExplainThemselves()
     {
-        Model model({4, 4, 0, true});
+        Model model;
         Panel panel;
         panel.resize(418, 100);
         panel.show();
@@ -133,11 +103,10 @@ private slots:
         QTest::mouseClick(panel.windowHandle(), Qt::LeftButton, {}, onPower);
         QVERIFY(!power->isChecked());
 
-        power->setToolTip(QStringLiteral("COM7 does not answer."));
+        power->setToolTip("COM7 does not answer.");
         QHelpEvent overPower(QEvent::ToolTip, onPower, panel.mapToGlobal(onPower));
         QCoreApplication::sendEvent(&panel, &overPower);
         QCOMPARE(QToolTip::text(), power->toolTip());
-        QToolTip::hideText();
     }
 };
 

@@ -5,8 +5,6 @@
 #include <QStringList>
 #include <QWidget>
 
-#include <memory>
-
 /// Sends a mouse event at an exact position in widget pixels, with exactly these buttons held.
 inline void sendMouse(QWidget *widget, QEvent::Type type, QPointF position, Qt::MouseButton button,
                       Qt::MouseButtons held)
@@ -15,15 +13,18 @@ inline void sendMouse(QWidget *widget, QEvent::Type type, QPointF position, Qt::
     QCoreApplication::sendEvent(widget, &event);
 }
 
-/// What a dial or a display tells about its rotation, in order: "started", "changing 10", "changed 10".
+/// A dial or a display that notes what it tells: "started", "changing 10", "changed 10".
 template <class Widget>
-std::shared_ptr<QStringList> recordRotation(Widget *widget)
+struct Recorded : Widget
 {
-    auto log = std::make_shared<QStringList>();
-    QObject::connect(widget, &Widget::onRotationStarted, widget, [log] { *log << "started"; });
-    QObject::connect(widget, &Widget::onRotationChanging, widget,
-                     [log](int rotation) { *log << QStringLiteral("changing %1").arg(rotation); });
-    QObject::connect(widget, &Widget::onRotationChanged, widget,
-                     [log](int rotation) { *log << QStringLiteral("changed %1").arg(rotation); });
-    return log;
-}
+    Recorded()
+    {
+        QObject::connect(this, &Widget::onRotationStarted, this, [this] { log << "started"; });
+        QObject::connect(this, &Widget::onRotationChanging, this,
+                         [this](int rotation) { log << QString("changing %1").arg(rotation); });
+        QObject::connect(this, &Widget::onRotationChanged, this,
+                         [this](int rotation) { log << QString("changed %1").arg(rotation); });
+    }
+
+    QStringList log;
+};
