@@ -54,6 +54,8 @@ private slots:
         QVERIFY2(time.elapsed() > 1200 && time.elapsed() < 3000, qPrintable(QString::number(time.elapsed())));
         QCOMPARE(editor(held)->geometry(), QRect(0, 0, 60, 20));
         QVERIFY(editor(held)->isVisible() && !clicked.isLongPressed());
+        QTest::mousePress(&held, Qt::LeftButton);
+        QVERIFY(!held.isLongPressed());
     }
 
     void leavingTheEditorReportsOnce_data()

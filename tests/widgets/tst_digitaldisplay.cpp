@@ -88,8 +88,10 @@ private slots:
         Display display;
         display.resize(90, 45);
         const auto picture = [&] { return display.grab().toImage(); };
+        const QImage north = picture();
         display.setValue(88, true);
         const QImage plain = picture();
+        QVERIFY(plain != north);
         display.setEditing(true);
         const QImage edited = picture();
         QVERIFY2(edited != plain, "the points are not lit");

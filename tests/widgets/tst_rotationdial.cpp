@@ -51,6 +51,7 @@ private slots:
     {
         Dial dial;
         dial.setPressed(true); // by the program, not by the mouse
+        dial.move(5);
         dial.send(QEvent::MouseButtonRelease, 20, Qt::RightButton, Qt::NoButton);
         dial.send(QEvent::MouseButtonPress, 20, Qt::LeftButton, Qt::LeftButton | Qt::RightButton);
         dial.move(5);
