@@ -8,6 +8,8 @@
 #include <QThread>
 
 #include <memory>
+#include <thread>
+#include <vector>
 
 namespace {
 
@@ -65,6 +67,23 @@ private slots:
         const QByteArray record = contents(target);
         QCOMPARE(record.endsWith(" - here\n"), target < 40);
         QCOMPARE(QFileInfo(file(target)).size(), record.size() + (appended ? sizes[target] : 0));
+    }
+
+    void recordsOfSeveralThreadsStayWholeLines()
+    {
+        CLog log("log", prefix());
+        std::vector<std::thread> threads;
+        for (int i = 0; i < 4; ++i)
+            threads.emplace_back([&log] {
+                for (int record = 0; record < 5000; ++record)
+                    log.write("the same text");
+            });
+        for (std::thread &thread : threads)
+            thread.join();
+        const QList<QByteArray> lines = contents(0).split('\n');
+        QCOMPARE(lines.size(), 4 * 5000 + 1);
+        for (const QByteArray &line : lines)
+            QVERIFY2(line.isEmpty() || line.indexOf("the same text") == line.size() - 13, line.constData());
     }
 
     void homeDirectoryGetsTheMissingFolders()
