@@ -28,8 +28,10 @@
 #include <QToolTip>
 #include <QWheelEvent>
 
+#include <algorithm>
 #include <cstdio>
 #include <functional>
+#include <memory>
 
 // Draws the pictures of the manual from the program itself on simulated boxes: vextral-pictures FOLDER. The
 // factor of QT_SCALE_FACTOR is told in the files' names.
@@ -45,13 +47,16 @@ QString beside(const char *name)
     return QCoreApplication::applicationDirPath() + QLatin1Char('/') + QLatin1String(name);
 }
 
-bool waitFor(const std::function<bool()> &condition)
+/// False, and told on the error output, when `what` does not come true in time.
+bool waitFor(const char *what, const std::function<bool()> &condition)
 {
     QElapsedTimer time;
     time.start();
     while (!condition()) {
-        if (time.elapsed() > patienceMs)
+        if (time.elapsed() > patienceMs) {
+            std::fprintf(stderr, "waited in vain: %s\n", what);
             return false;
+        }
         QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
     }
     return true;
@@ -87,8 +92,7 @@ bool saveWithPowerTip(QWidget *window, CVextralRemoteControlWidget *panel, const
 {
     const CLedButton *lamp = panel->powerIndicator();
     QToolTip::showText(lamp->mapToGlobal(QPoint(20, 0)), lamp->toolTip(), panel);
-    const bool shown = waitFor([] { return visibleToolTip() != nullptr; });
-    if (!shown)
+    if (!waitFor("the tool tip shows", [] { return visibleToolTip() != nullptr; }))
         return false;
     QWidget *tip = visibleToolTip();
     const QPoint place = lamp->mapTo(window, QPoint(20, lamp->height() + 8));
@@ -107,7 +111,7 @@ bool saveWithPowerTip(QWidget *window, CVextralRemoteControlWidget *panel, const
 
 void sendMouse(QWidget *widget, QEvent::Type type)
 {
-    const QPointF middle(widget->width() / 2, widget->height() / 2);
+    const QPointF middle = widget->rect().center();
     const Qt::MouseButtons held = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
     QMouseEvent event(type, middle, widget->mapToGlobal(middle.toPoint()), Qt::LeftButton, held,
                       Qt::NoModifier);
@@ -116,7 +120,7 @@ void sendMouse(QWidget *widget, QEvent::Type type)
 
 void turnWheel(QWidget *widget, int steps)
 {
-    const QPointF middle(widget->width() / 2, widget->height() / 2);
+    const QPointF middle = widget->rect().center();
     for (int i = 0; i < steps; ++i) {
         QWheelEvent event(middle, widget->mapToGlobal(middle.toPoint()), QPoint(), QPoint(0, 120),
                           Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
@@ -164,7 +168,7 @@ bool drawStackSwitch()
     CMainWindow window;
     window.show();
     auto *panel = window.findChild<CVextralRemoteControlWidget *>(QStringLiteral("remoteControlWidget"));
-    bool good = waitFor([panel] { return panel->powerIndicator()->isChecked(); })
+    bool good = waitFor("POWER is lit", [panel] { return panel->powerIndicator()->isChecked(); })
              && save(&window, QStringLiteral("stack-switch"));
     line.withBox([](SimulatedBox &box) { box.setAux(true); });
     QCoreApplication::processEvents();
@@ -181,7 +185,7 @@ bool drawStackSwitch()
     line.withBox([](SimulatedBox &box) { box.setAux(false); });
     CurrentObjects::controller()->monitore();
     line.setFault(LineFault::silence());
-    good = waitFor([panel] { return !panel->powerIndicator()->isChecked(); }) && good;
+    good = waitFor("POWER is dark", [panel] { return !panel->powerIndicator()->isChecked(); }) && good;
     LineState silence = CurrentObjects::controller()->lineState();
     silence.portName = QStringLiteral("ttyUSB0");
     silence.silentSeconds = 7;
@@ -206,80 +210,103 @@ bool drawFirstStart()
     return save(&chooser, QStringLiteral("serial-port")) && good;
 }
 
+/// The rotator's window on a simulated rotator, which stands at 40 degrees.
+struct Rotator
+{
+    explicit Rotator(const CSettings &settings)
+    {
+        settings.save();
+        line.withBox([](SimulatedBox &box) { box.rotor().setPosition(40); });
+        line.start();
+        window =
+            std::make_unique<CMainWindow>([](const CSettings &loaded) { return new CDeviceKT240M(loaded); });
+        window->show();
+        antenna = CurrentObjects::controller()->antenna(0);
+    }
+
+    bool isRead() const
+    {
+        return waitFor("the rotator's azimuth is read", [this] { return antenna->angle() == 40.0; });
+    }
+    bool turnsPast(double angle) const
+    {
+        return waitFor("the antenna turns", [this, angle] { return antenna->angle() > angle; });
+    }
+
+    PtyLine line{beside("box"), SimulatedBox::Model::Rotator};
+    std::unique_ptr<CMainWindow> window;
+    CVextralAntenna *antenna = nullptr;
+};
+
 bool drawRotator(const QString &mode)
 {
     CSettings settings = stationSettings(mode);
     settings.names[0] = QStringLiteral("Beam");
-    settings.save();
-    PtyLine line(beside("box"), SimulatedBox::Model::Rotator);
-    line.withBox([](SimulatedBox &box) { box.rotor().setPosition(40); });
-    if (!line.start())
-        return false;
-    CMainWindow window([](const CSettings &loaded) { return new CDeviceKT240M(loaded); });
-    window.show();
-    CVextralAntenna *antenna = CurrentObjects::controller()->antenna(0);
-    bool good = waitFor([antenna] { return antenna->angle() == 40.0; })
-             && save(&window, QStringLiteral("rotator-") + mode);
+    const Rotator rotator(settings);
+    bool good = rotator.isRead() && save(rotator.window.get(), QStringLiteral("rotator-") + mode);
     CurrentObjects::controller()->rotateTo(120.0);
-    good = waitFor([antenna] { return antenna->angle() > 62.0; }) && good;
-    good = save(&window, QStringLiteral("rotator-%1-turning").arg(mode)) && good;
+    good = rotator.turnsPast(62.0) && good;
+    good = save(rotator.window.get(), QStringLiteral("rotator-%1-turning").arg(mode)) && good;
     if (mode == QLatin1String("extended")) {
-        QMetaObject::invokeMethod(&window, "on_propertiesButton_clicked");
-        good = save(&window, QStringLiteral("rotator-properties")) && good;
+        QMetaObject::invokeMethod(rotator.window.get(), "on_propertiesButton_clicked");
+        good = save(rotator.window.get(), QStringLiteral("rotator-properties")) && good;
     }
     return good;
+}
+
+template <typename Widget, typename Condition>
+Widget *childWhere(const QWidget *parent, Condition condition)
+{
+    const auto children = parent->findChildren<Widget *>();
+    const auto found = std::find_if(children.begin(), children.end(), condition);
+    return found == children.end() ? nullptr : *found;
+}
+
+bool drawDialling(const Rotator &rotator)
+{
+    auto *panel = rotator.window->findChild<QWidget *>(QStringLiteral("remoteControlWidget"));
+    turnWheel(childWhere<CRotationDigitalDisplayWidget>(
+                  panel, [](const QWidget *display) { return display->isVisible(); }),
+              60);
+    const bool good = save(rotator.window.get(), QStringLiteral("rotator-target"));
+
+    auto *stop = childWhere<CAntennaButton>(
+        panel, [](const CAntennaButton *button) { return button->text() == QLatin1String("STOP"); });
+    const bool turned = rotator.turnsPast(50.0);
+    sendMouse(stop, QEvent::MouseButtonPress);
+    sendMouse(stop, QEvent::MouseButtonRelease);
+    return save(rotator.window.get(), QStringLiteral("rotator-stopping")) && turned && good
+        && waitFor("the antenna rests", [&rotator] { return !rotator.antenna->isRotating(); });
+}
+
+bool drawMemoryEdit(const Rotator &rotator)
+{
+    auto *memory = rotator.window->findChild<QPushButton *>(QStringLiteral("memoButton1"));
+    auto *editor = memory->findChild<QSpinBox *>();
+    sendMouse(memory, QEvent::MouseButtonPress);
+    const bool opened = waitFor("the memory is edited", [editor] { return editor->isVisible(); });
+    sendMouse(memory, QEvent::MouseButtonRelease);
+    editor->setValue(120);
+    editor->findChild<QLineEdit *>()->deselect();
+    const bool good = save(rotator.window.get(), QStringLiteral("memory-edit"));
+    editor->clearFocus();
+    return opened && good;
+}
+
+bool drawNoReading(Rotator &rotator)
+{
+    const auto *display = CurrentObjects::controller()->remoteControlWidget()->digitalDisplay();
+    rotator.line.setFault(LineFault::silence());
+    const bool silent = waitFor("the digits are grey", [display] { return display->value() == 359; });
+    return save(rotator.window.get(), QStringLiteral("rotator-no-reading")) && silent;
 }
 
 bool drawRotatorAtWork()
 {
     CSettings settings = stationSettings(QStringLiteral("extended"));
     settings.extendedSize = QSize(441, 473);
-    settings.save();
-    PtyLine line(beside("box"), SimulatedBox::Model::Rotator);
-    line.withBox([](SimulatedBox &box) { box.rotor().setPosition(40); });
-    if (!line.start())
-        return false;
-    CMainWindow window([](const CSettings &loaded) { return new CDeviceKT240M(loaded); });
-    window.show();
-    CVextralRemoteControl *controller = CurrentObjects::controller();
-    CVextralAntenna *antenna = controller->antenna(0);
-    bool good = waitFor([antenna] { return antenna->angle() == 40.0; });
-
-    auto *panel = window.findChild<CVextralRemoteControlWidget *>(QStringLiteral("remoteControlWidget"));
-    CRotationDigitalDisplayWidget *display = nullptr;
-    const auto displays = panel->findChildren<CRotationDigitalDisplayWidget *>();
-    for (CRotationDigitalDisplayWidget *candidate : displays) {
-        if (candidate->isVisible())
-            display = candidate;
-    }
-    turnWheel(display, 60);
-    good = save(&window, QStringLiteral("rotator-target")) && good;
-    good = waitFor([antenna] { return antenna->angle() > 50.0; }) && good;
-
-    CAntennaButton *stop = nullptr;
-    const auto buttons = panel->findChildren<CAntennaButton *>();
-    for (CAntennaButton *button : buttons) {
-        if (button->text() == QLatin1String("STOP"))
-            stop = button;
-    }
-    sendMouse(stop, QEvent::MouseButtonPress);
-    sendMouse(stop, QEvent::MouseButtonRelease);
-    good = save(&window, QStringLiteral("rotator-stopping")) && good;
-    good = waitFor([antenna] { return !antenna->isRotating(); }) && good;
-
-    auto *memory = window.findChild<QPushButton *>(QStringLiteral("memoButton1"));
-    sendMouse(memory, QEvent::MouseButtonPress);
-    auto *editor = memory->findChild<QSpinBox *>();
-    good = waitFor([editor] { return editor->isVisible(); }) && good;
-    sendMouse(memory, QEvent::MouseButtonRelease);
-    editor->setValue(120);
-    editor->findChild<QLineEdit *>()->deselect();
-    good = save(&window, QStringLiteral("memory-edit")) && good;
-    editor->clearFocus();
-
-    line.setFault(LineFault::silence());
-    good = waitFor([display] { return display->value() == 359; }) && good;
-    return save(&window, QStringLiteral("rotator-no-reading")) && good;
+    Rotator rotator(settings);
+    return rotator.isRead() && drawDialling(rotator) && drawMemoryEdit(rotator) && drawNoReading(rotator);
 }
 
 bool drawMap(const QSize &size)
