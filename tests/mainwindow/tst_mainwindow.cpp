@@ -177,6 +177,21 @@ private slots:
         QCOMPARE((QList<QSize>{after.extendedSize, after.miniSize, after.superMiniSize}), sizes);
     }
 
+    void nothingOldShinesThroughAtAFractionalScale()
+    {
+        Window window;
+        for (double scale : {1.25, 1.5, 1.75}) {
+            const auto paintedOver = [&window, scale](Qt::GlobalColor old) {
+                QPixmap picture(window.size() * scale);
+                picture.setDevicePixelRatio(scale);
+                picture.fill(old);
+                window.render(&picture);
+                return picture.toImage();
+            };
+            QCOMPARE(paintedOver(Qt::white), paintedOver(Qt::black));
+        }
+    }
+
     void thePropertiesPanelOpensAndClosesWithoutATrace()
     {
         Window window;
