@@ -37,7 +37,7 @@ public:
     int rotorCount() override;
     bool setCurrentRotor(int rotor) override;
     /// Sends the rotor to `azimuth` in degrees. While it turns it is stopped first, the target waits, and the
-    /// answer is false.
+    /// answer is false. While the line is lost the target is refused.
     bool rotateTo(double azimuth) override;
     /// Lets a turning rotor run out. Without two good readings it is braked.
     bool stop() override;

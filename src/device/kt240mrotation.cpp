@@ -211,6 +211,9 @@ void CDeviceKT240M::animateAntenna(CVextralAntenna *antenna)
 
 bool CDeviceKT240M::rotateTo(double azimuth)
 {
+    // A target that was kept would turn the antenna at some later time, when nobody waits for it.
+    if (lineState().kind == LineState::Kind::Lost)
+        return false;
     m_idlePolls = 0;
     if (m_rotating) {
         m_onlyReadingFailed = false;

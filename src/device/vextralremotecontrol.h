@@ -34,7 +34,10 @@ struct StatusQuery;
 ///
 /// All I/O blocks the GUI thread for bounded times; the status readers pump events, so any slot here may run
 /// inside a read. The virtual operations are the models' extension points. Angles are compass degrees, -1.0
-/// means unknown or a failed read. A command's `true` says that it was handed to the port, nothing more.
+/// means unknown or a failed read.
+///
+/// A command is `false` without a port object. With one rotateCCW(), rotateCW() and stop() tell whether it
+/// left the port; the others are `true`, also where the port did not open or is lost and nothing left.
 class CVextralRemoteControl : public QObject
 {
     Q_OBJECT

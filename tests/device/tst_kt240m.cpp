@@ -84,6 +84,25 @@ private slots:
         QCOMPARE(RotatorStation().play(dialogue), dialogue);
     }
 
+    void aTargetIsNotKeptForALineThatIsLost()
+    {
+        RotatorStation station;
+        station.poll(100);
+        station.line.hangUp();
+        QTRY_VERIFY(!station.rotator->isOpen());
+        QSignalSpy started(station.rotator, &CVextralRemoteControl::onStartRotating);
+        station.act("memory", "1");
+        QVERIFY(started.isEmpty()); // or the memory's lamp would be lit
+
+        station.rotator->setMonitorInterval(10);
+        station.rotator->startMonitoring();
+        QVERIFY(station.line.restore());
+        QTRY_VERIFY(station.rotator->isOpen());
+        station.rotator->stopMonitoring();
+        const QString aTurnByOtherMeans = "100; 105; 105";
+        QCOMPARE(station.play(aTurnByOtherMeans), aTurnByOtherMeans);
+    }
+
     void aRotationMovesTheAntennaAndEnds()
     {
         RotatorStation station;
