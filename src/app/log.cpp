@@ -7,6 +7,8 @@
 #include <QMutexLocker>
 #include <QThread>
 
+#include <utility>
+
 namespace {
 
 constexpr int fileCount = 40;
@@ -26,8 +28,8 @@ QString fixedPathPrefix()
 
 CLog::CLog(const QString &baseName) : CLog(baseName, fixedPathPrefix()) {}
 
-CLog::CLog(const QString &baseName, const QString &pathPrefix)
-    : m_baseName(baseName), m_pathPrefix(pathPrefix)
+CLog::CLog(QString baseName, QString pathPrefix)
+    : m_baseName(std::move(baseName)), m_pathPrefix(std::move(pathPrefix))
 {
     QDir().mkpath(QFileInfo(m_pathPrefix).path());
     const QString path = chooseFile();

@@ -9,8 +9,9 @@
 /// The log writer: forty files of at most 40,000,000 bytes, used in turn. A start goes on in the first file
 /// that is not full; a file that fills up sends the next record to the following one, which is emptied first.
 ///
-/// A record is one line, "dd/MM/yyyy hh:mm:ss - <milliseconds> -<thread> - <message>", UTF-8, ended by LF,
-/// where <thread> is the address of the calling QThread in decimal. The line ends are not counted.
+/// A record is one line, "dd/MM/yyyy hh:mm:ss - <milliseconds> -<thread> - <message>", UTF-8, ended by LF.
+/// The milliseconds stand there twice, as three digits and then bare: 7 of them are "0077". <thread> is the
+/// address of the calling QThread in decimal. The line ends are not counted.
 ///
 /// A file that cannot be opened loses its records silently. So does a full disk, until there is room again;
 /// no part of a record stays behind.
@@ -21,7 +22,7 @@ public:
     /// under the user's home elsewhere. The directory is created when it is missing.
     explicit CLog(const QString &baseName);
     /// Logs to files whose paths are `pathPrefix` + `baseName` + number + ".txt".
-    CLog(const QString &baseName, const QString &pathPrefix);
+    CLog(QString baseName, QString pathPrefix);
 
     /// Appends one record. `message` is Latin-1. Any thread may call.
     void write(const char *message);

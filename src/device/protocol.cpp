@@ -8,8 +8,8 @@ namespace {
 constexpr int statusReplyMinimum = 6;
 constexpr int angleDigits = 3;
 
-/// The three characters at `position` as a number of degrees. Anything that is no finite number in the range
-/// of an int counts as the zero of a failed conversion, because callers truncate it.
+/// The three characters at `position` as a number of degrees. What is no usable angle counts as the zero of a
+/// failed conversion, because callers truncate it.
 double numberAt(const QString &text, int position)
 {
     const double number = text.mid(position, angleDigits).toDouble();
@@ -143,15 +143,15 @@ StatusReply decodeStatusReply(const StatusQuery &query, const QByteArray &buffer
 void decodeStatusBytes(CDeviceStatus &status, quint8 a, quint8 b)
 {
     for (int port = 0; port < 4; ++port) {
-        status.antennaRx[port] = a & (1u << port);
-        status.antennaTx[port] = b & (1u << port);
+        status.antennaRx[port] = a & (1U << port);
+        status.antennaTx[port] = b & (1U << port);
     }
     status.relayBoxId = a >> 4;
-    status.auxFlag = b & 0x10u;
+    status.auxFlag = b & 0x10U;
     // The boxes number their rotor bits the other way round.
-    status.rotorSelected[0] = b & 0x40u;
-    status.rotorSelected[1] = b & 0x20u;
-    status.moving = b & 0x80u;
+    status.rotorSelected[0] = b & 0x40U;
+    status.rotorSelected[1] = b & 0x20U;
+    status.moving = b & 0x80U;
 }
 
 QStringList dumpLines(const QString &command, const QByteArray &line)
@@ -165,7 +165,7 @@ QStringList dumpLines(const QString &command, const QByteArray &line)
     for (int i = 0; i < count; ++i) {
         QString text = QString::asprintf("Byte [%d de %d]:", i + 1, count);
         for (int bit = 7; bit >= 0; --bit)
-            text += QLatin1String((static_cast<quint8>(line.at(i)) >> bit) & 1u ? " 1" : " 0");
+            text += QLatin1String((static_cast<quint8>(line.at(i)) >> bit) & 1U ? " 1" : " 0");
         lines << text;
     }
     return lines;

@@ -196,7 +196,7 @@ QByteArray CVextralRemoteControl::readLine(const char *command)
     }
     if (!m_port->canReadLine())
         return QByteArray();
-    const QByteArray line = m_port->readLine();
+    QByteArray line = m_port->readLine();
     dumpResponse(QLatin1String(command), line);
     return line;
 }

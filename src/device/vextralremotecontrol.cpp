@@ -17,7 +17,17 @@
 #include <type_traits>
 
 // How a controller is wired: its antennas, its map, its front panel, the panel's signals, and the model
-// queries. The line stands in serialcommands.cpp, the polling in rotormonitoring.cpp.
+// queries. The line stands in serialcommands.cpp and linerecovery.cpp, the polling in rotormonitoring.cpp.
+
+namespace {
+
+/// The rotor of the antenna at `index`, 0 or more; -1 for one that the settings have no place for.
+int rotorIdFor(const CSettings &settings, int index)
+{
+    return index < CSettings::elementCount ? settings.rotorIds[std::size_t(index)] : -1;
+}
+
+} // namespace
 
 CVextralRemoteControl::CVextralRemoteControl(const CSettings *settings)
 {
@@ -43,7 +53,7 @@ void CVextralRemoteControl::createAntennas(const CSettings *settings)
         antenna->setTarget(0.0);
         antenna->setName(QStringLiteral("Antena %1").arg(i + 1));
         antenna->setController(this);
-        antenna->setRotorId(settings->rotorIds[i]);
+        antenna->setRotorId(rotorIdFor(*settings, i));
         m_antennas.push_back(antenna);
     }
 }
@@ -52,7 +62,7 @@ void CVextralRemoteControl::applyRotorAssignment(const CSettings *settings)
 {
     const int count = std::min(antennaCount(), static_cast<int>(m_antennas.size()));
     for (int i = 0; i < count; ++i)
-        m_antennas[i]->setRotorId(settings->rotorIds[i]);
+        m_antennas[i]->setRotorId(rotorIdFor(*settings, i));
 }
 
 CVextralAntenna *CVextralRemoteControl::antenna(int index) const
@@ -156,9 +166,11 @@ void CVextralRemoteControl::showLineState()
         lamp = m_remoteControlWidget;
     LineState state = lineState();
     lamp->setToolTip(describe(state));
-    // A screen reader need not hear each second of a silence.
+    // A screen reader need not hear each second of a silence, nor the same at each poll.
     state.silentSeconds = 0;
-    lamp->setAccessibleDescription(describe(state));
+    const QString description = describe(state);
+    if (lamp->accessibleDescription() != description)
+        lamp->setAccessibleDescription(description);
 }
 
 // ---- What the operator does ----
