@@ -1,4 +1,5 @@
-# Sourced by ./run: the simulated box and the program together, with an operator or with a played session.
+# Sourced by ./run: the simulated box and the program together, with an operator or with a played session. Who sources
+# it calls end_all on leaving.
 
 # start_box KIND LINK: takes its orders from descriptor 5, because the shell gives a background job no input of its own.
 start_box() {
@@ -22,7 +23,6 @@ end_all() {
 
 # operate KIND FOLDER PROGRAM LINK: until the window closes.
 operate() {
-    trap end_all EXIT
     exec 5<&0
     start_box "$1" "$4"
     "$3" >"$2/program.log"
@@ -54,7 +54,6 @@ play_rotator() {
 # play KIND FOLDER PROGRAM LINK: a short session on a virtual display.
 play() {
     local kind=$1 folder=$2 program=$3 link=$4 window screen=$2/screen
-    trap end_all EXIT
     rm -f "$screen" "$folder/screenshot.png"
     Xvfb -displayfd 3 -screen 0 1280x800x24 -dpi 96 3>"$screen" >/dev/null 2>&1 &
     display=$!

@@ -32,12 +32,12 @@ install_missing() {
 
 # build PRESET [TARGET...]
 build() {
-    local preset=$1
+    local preset=$1 log=build/configure-$1.log
     shift
-    cmake --preset "$preset" >"build-$preset.log" 2>&1 || {
-        cat "build-$preset.log"
+    mkdir -p build
+    cmake --preset "$preset" >"$log" 2>&1 || {
+        cat "$log"
         return 1
     }
-    rm "build-$preset.log"
     cmake --build --preset "$preset" ${1:+--target "$@"}
 }

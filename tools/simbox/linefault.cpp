@@ -1,6 +1,7 @@
 #include "simbox/linefault.h"
 
 #include <random>
+#include <utility>
 
 namespace {
 
@@ -21,8 +22,8 @@ QByteArray withDigits(const QByteArray &reply, const QByteArray &digits)
 
 } // namespace
 
-LineFault::LineFault(Kind kind, int count, int milliseconds, const QByteArray &bytes)
-    : m_kind(kind), m_count(count), m_milliseconds(milliseconds), m_bytes(bytes)
+LineFault::LineFault(Kind kind, int count, int milliseconds, QByteArray bytes)
+    : m_kind(kind), m_count(count), m_milliseconds(milliseconds), m_bytes(std::move(bytes))
 {}
 
 LineFault LineFault::silence()

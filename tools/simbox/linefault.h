@@ -65,7 +65,7 @@ public:
 private:
     enum class Kind { None, Delay, Late, Cut, Split, Double, Echo, OtherReply, Angle, Replace, HangUp };
 
-    LineFault(Kind kind, int count, int milliseconds, const QByteArray &bytes);
+    LineFault(Kind kind, int count, int milliseconds, QByteArray bytes);
 
     Kind m_kind = Kind::None;
     int m_count = 0;

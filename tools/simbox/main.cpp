@@ -8,6 +8,7 @@
 #include <QFileInfo>
 #include <QSocketNotifier>
 
+#include <cctype>
 #include <csignal>
 #include <cstdio>
 #include <optional>
@@ -131,16 +132,32 @@ void prepare(PtyLine &line, const Options &options)
     });
 }
 
+/// A text as a settings file holds it. What is not plain ASCII is escaped, and so is a digit that would count
+/// with an escape.
+QString settingsValue(const QString &text)
+{
+    QString value;
+    bool afterEscape = false;
+    for (const QChar letter : text) {
+        const ushort code = letter.unicode();
+        const bool plain = code >= ' ' && code <= '~' && code != '"' && code != '\\'
+                        && !(afterEscape && std::isxdigit(code));
+        value += plain ? QString(letter) : QStringLiteral("\\x%1").arg(uint(code), 0, 16);
+        afterEscape = !plain;
+    }
+    return QLatin1Char('"') + value + QLatin1Char('"');
+}
+
 void introduce(const PtyLine &line, const Options &options)
 {
     const bool isRotator = options.model == SimulatedBox::Model::Rotator;
     show(QStringLiteral("A simulated %1 answers on %2 (%3).\n"
                         "To use it, put this line into VextralRemoteControl.ini beside the program, then "
                         "start the program:\n"
-                        "    comPortName=%2\n"
+                        "    comPortName=%4\n"
                         "Type help for what can be done to the box, quit to end it.")
              .arg(isRotator ? QStringLiteral("rotator") : QStringLiteral("stack switch"), line.linkPath(),
-                  line.slavePath()));
+                  line.slavePath(), settingsValue(line.linkPath())));
 }
 
 // Standard input, line by line. Its end is not the end of the box, which may run in the background.

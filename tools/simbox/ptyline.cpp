@@ -7,6 +7,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <iterator>
+#include <utility>
 
 #include <fcntl.h>
 #include <poll.h>
@@ -55,8 +56,8 @@ void closeDescriptor(int &descriptor)
 
 } // namespace
 
-PtyLine::PtyLine(const QString &linkPath, SimulatedBox::Model model, Clock clock)
-    : m_linkPath(linkPath), m_clock(clock), m_box(model)
+PtyLine::PtyLine(QString linkPath, SimulatedBox::Model model, Clock clock)
+    : m_linkPath(std::move(linkPath)), m_clock(clock), m_box(model)
 {
     m_time.start();
 }

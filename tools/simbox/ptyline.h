@@ -42,7 +42,7 @@ public:
 
     static constexpr int Forever = -1;
 
-    explicit PtyLine(const QString &linkPath, SimulatedBox::Model model = SimulatedBox::Model::StackSwitch,
+    explicit PtyLine(QString linkPath, SimulatedBox::Model model = SimulatedBox::Model::StackSwitch,
                      Clock clock = Clock::Real);
     /// Hangs up.
     ~PtyLine();
