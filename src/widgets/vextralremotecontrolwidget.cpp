@@ -251,9 +251,10 @@ bool CVextralRemoteControlWidget::event(QEvent *event)
 bool CVextralRemoteControlWidget::showIndicatorToolTip(const QHelpEvent &event)
 {
     const auto indicators = {m_sendIndicator, m_powerIndicator, m_splitIndicator};
-    const auto pointed = std::find_if(indicators.begin(), indicators.end(), [&event](const CLedButton *led) {
-        return led && led->isVisible() && led->geometry().contains(event.pos());
-    });
+    const auto *const pointed =
+        std::find_if(indicators.begin(), indicators.end(), [&event](const CLedButton *led) {
+            return led && led->isVisible() && led->geometry().contains(event.pos());
+        });
     if (pointed == indicators.end())
         return false;
     QToolTip::showText(event.globalPos(), (*pointed)->toolTip(), this, (*pointed)->geometry());
