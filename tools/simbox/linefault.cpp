@@ -1,23 +1,25 @@
 #include "simbox/linefault.h"
 
+#include "simbox/simulatedbox.h"
+
 #include <random>
 #include <utility>
 
 namespace {
 
-const QByteArray LineEnd = QByteArrayLiteral("\r\n");
 constexpr int DigitCount = 3;
 constexpr int TimeToReadMs = 200;
 
 bool carriesAngle(const QByteArray &reply)
 {
-    return (reply.startsWith("AZ=") || reply.startsWith('T')) && reply.endsWith(LineEnd)
-        && reply.size() >= DigitCount + LineEnd.size();
+    return (reply.startsWith("AZ=") || reply.startsWith('T')) && reply.endsWith(SimulatedBox::lineEnd())
+        && reply.size() >= DigitCount + SimulatedBox::lineEnd().size();
 }
 
 QByteArray withDigits(const QByteArray &reply, const QByteArray &digits)
 {
-    return reply.left(reply.size() - LineEnd.size() - DigitCount) + digits + LineEnd;
+    return reply.left(reply.size() - SimulatedBox::lineEnd().size() - DigitCount) + digits
+         + SimulatedBox::lineEnd();
 }
 
 } // namespace
@@ -60,15 +62,15 @@ LineFault LineFault::noise(int bytes, quint32 seed)
 {
     std::mt19937 random(seed);
     QByteArray garbage;
-    garbage.reserve(bytes + LineEnd.size());
+    garbage.reserve(bytes + SimulatedBox::lineEnd().size());
     for (int i = 0; i < bytes; ++i)
         garbage.append(char(random() & 0xFF));
-    return replacedBy(garbage + LineEnd);
+    return replacedBy(garbage + SimulatedBox::lineEnd());
 }
 
 LineFault LineFault::nuls(int bytes)
 {
-    return replacedBy(QByteArray(bytes, '\0') + LineEnd);
+    return replacedBy(QByteArray(bytes, '\0') + SimulatedBox::lineEnd());
 }
 
 LineFault LineFault::flood(int bytes)
@@ -93,7 +95,7 @@ LineFault LineFault::angle(const QByteArray &digits)
 
 LineFault LineFault::error()
 {
-    return replacedBy("?>" + LineEnd);
+    return replacedBy(SimulatedBox::errorReply());
 }
 
 LineFault LineFault::replacedBy(const QByteArray &bytes)

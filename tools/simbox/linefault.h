@@ -54,7 +54,6 @@ public:
     /// read.
     static LineFault hangUp(int afterBytes = 0);
 
-    bool isNone() const { return m_kind == Kind::None; }
     bool isLate() const { return m_kind == Kind::Late; }
     /// Whether the fault has anything to do with a command whose reply (empty for none) this is.
     bool actsOn(const QByteArray &reply) const;

@@ -21,6 +21,14 @@ namespace {
 constexpr int ReadSize = 4096;
 int signalPipe[2] = {-1, -1};
 
+const QString linkOption = QStringLiteral("link");
+const QString modelOption = QStringLiteral("model");
+const QString speedOption = QStringLiteral("speed");
+const QString relayBoxOption = QStringLiteral("relay-box");
+const QString quietOption = QStringLiteral("quiet");
+const QString stackModel = QStringLiteral("stack");
+const QString rotatorModel = QStringLiteral("rotator");
+
 struct Options
 {
     QString link;
@@ -71,48 +79,54 @@ bool catchSignals()
     return true;
 }
 
+/// What is wrong with the options; empty when nothing is.
+QString judge(const QCommandLineParser &parser)
+{
+    bool isNumber = false;
+    if (parser.value(linkOption).isEmpty())
+        return QStringLiteral("--link PATH is missing. See --help.");
+    const QString model = parser.value(modelOption);
+    if (model != rotatorModel && model != stackModel)
+        return QStringLiteral("--model is stack or rotator.");
+    const double speed = parser.value(speedOption).toDouble(&isNumber);
+    if (!isNumber || !(speed >= 0.0 && speed <= 3600.0))
+        return QStringLiteral("--speed is a number from 0 to 3600.");
+    const int relayBox = parser.value(relayBoxOption).toInt(&isNumber);
+    if (!isNumber || relayBox < 0 || relayBox > 15)
+        return QStringLiteral("--relay-box is a number from 0 to 15.");
+    return QString();
+}
+
 std::optional<Options> readOptions(const QCoreApplication &application, QString *error)
 {
+    const SimulatedBox usual;
+    const QString speed = QString::number(usual.rotor().speed());
+    const QString relayBox = QString::number(usual.relayBoxId());
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("A simulated controller box on a pseudo-terminal."));
     parser.addHelpOption();
-    const QCommandLineOption link(
-        QStringLiteral("link"), QStringLiteral("Symbolic link to serve the box on."), QStringLiteral("PATH"));
-    const QCommandLineOption model(QStringLiteral("model"), QStringLiteral("stack (default) or rotator."),
-                                   QStringLiteral("NAME"), QStringLiteral("stack"));
-    const QCommandLineOption speed(QStringLiteral("speed"),
-                                   QStringLiteral("Speed of the rotors (default 6)."),
-                                   QStringLiteral("DEG_PER_S"), QStringLiteral("6"));
-    const QCommandLineOption relayBox(QStringLiteral("relay-box"),
-                                      QStringLiteral("Relay box id, 0 to 15 (default 1)."),
-                                      QStringLiteral("N"), QStringLiteral("1"));
-    const QCommandLineOption quiet(QStringLiteral("quiet"), QStringLiteral("Do not print the traffic."));
-    parser.addOptions({link, model, speed, relayBox, quiet});
+    parser.addOptions(
+        {{linkOption, QStringLiteral("Symbolic link to serve the box on."), QStringLiteral("PATH")},
+         {modelOption, QStringLiteral("stack (default) or rotator."), QStringLiteral("NAME"), stackModel},
+         {speedOption, QStringLiteral("Speed of the rotors (default %1).").arg(speed),
+          QStringLiteral("DEG_PER_S"), speed},
+         {relayBoxOption, QStringLiteral("Relay box id, 0 to 15 (default %1).").arg(relayBox),
+          QStringLiteral("N"), relayBox},
+         {quietOption, QStringLiteral("Do not print the traffic.")}});
     parser.process(application);
+    *error = judge(parser);
+    if (!error->isEmpty())
+        return std::nullopt;
 
-    bool speedIsNumber = false;
-    bool idIsNumber = false;
     Options options;
-    if (parser.isSet(link))
-        options.link = QFileInfo(parser.value(link)).absoluteFilePath(); // the program takes full paths only
-    options.speed = parser.value(speed).toDouble(&speedIsNumber);
-    options.relayBox = parser.value(relayBox).toInt(&idIsNumber);
-    options.quiet = parser.isSet(quiet);
-    const QString modelName = parser.value(model);
-    if (modelName == QLatin1String("rotator"))
+    options.link =
+        QFileInfo(parser.value(linkOption)).absoluteFilePath(); // the program takes full paths only
+    if (parser.value(modelOption) == rotatorModel)
         options.model = SimulatedBox::Model::Rotator;
-
-    if (options.link.isEmpty())
-        *error = QStringLiteral("--link PATH is missing. See --help.");
-    else if (modelName != QLatin1String("rotator") && modelName != QLatin1String("stack"))
-        *error = QStringLiteral("--model is stack or rotator.");
-    else if (!speedIsNumber || !(options.speed >= 0.0 && options.speed <= 3600.0))
-        *error = QStringLiteral("--speed is a number from 0 to 3600.");
-    else if (!idIsNumber || options.relayBox < 0 || options.relayBox > 15)
-        *error = QStringLiteral("--relay-box is a number from 0 to 15.");
-    else
-        return options;
-    return std::nullopt;
+    options.speed = parser.value(speedOption).toDouble();
+    options.relayBox = parser.value(relayBoxOption).toInt();
+    options.quiet = parser.isSet(quietOption);
+    return options;
 }
 
 void prepare(PtyLine &line, const Options &options)

@@ -2,8 +2,6 @@
 
 namespace {
 
-const QByteArray LineEnd = QByteArrayLiteral("\r\n");
-const QByteArray ErrorReply = QByteArrayLiteral("?>\r\n");
 const QByteArray AnglePrefix = QByteArrayLiteral("AZ=");
 
 constexpr int MaxAzimuth = 360;
@@ -52,9 +50,9 @@ QByteArray SimulatedBox::handle(const QByteArray &line)
     if (command.isEmpty())
         return QByteArray();
     if (command == "K0")
-        return "ST=" + QByteArray(1, char(statusA())) + char(statusB()) + LineEnd;
+        return "ST=" + QByteArray(1, char(statusA())) + char(statusB()) + lineEnd();
     if (command == "KG")
-        return "T=" + QByteArray(1, char(statusA())) + char(statusB()) + angleDigits() + LineEnd;
+        return "T=" + QByteArray(1, char(statusA())) + char(statusB()) + angleDigits() + lineEnd();
     if (command == "C")
         return angleReply();
     if (isToggle(command))
@@ -62,7 +60,7 @@ QByteArray SimulatedBox::handle(const QByteArray &line)
     else if (isMovement(command))
         drive(command);
     else
-        return ErrorReply;
+        return errorReply();
     return QByteArray();
 }
 
@@ -163,8 +161,8 @@ QByteArray SimulatedBox::angleReply()
         return QByteArray();
     }
     if (!m_literalAngles.isEmpty())
-        return AnglePrefix + m_literalAngles.takeFirst() + LineEnd;
-    return AnglePrefix + angleDigits() + LineEnd;
+        return AnglePrefix + m_literalAngles.takeFirst() + lineEnd();
+    return AnglePrefix + angleDigits() + lineEnd();
 }
 
 QByteArray SimulatedBox::angleDigits() const

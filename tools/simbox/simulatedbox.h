@@ -32,6 +32,9 @@ public:
     static constexpr int PortCount = 4;
     static constexpr int RotorCount = 2;
 
+    static QByteArray lineEnd() { return QByteArrayLiteral("\r\n"); }
+    static QByteArray errorReply() { return QByteArrayLiteral("?>\r\n"); }
+
     explicit SimulatedBox(Model model = Model::StackSwitch);
 
     /// One command line, with or without its line end. Returns the reply with CR LF, empty when there is
@@ -39,8 +42,6 @@ public:
     QByteArray handle(const QByteArray &line);
     /// Lets time pass for the rotors.
     void advance(int milliseconds);
-
-    Model model() const { return m_model; }
 
     /// Ports and lines count from 0 to 3; others read false and are not set.
     bool receivePort(int index) const;
@@ -54,7 +55,6 @@ public:
     /// 0..15 (only the low four bits are kept); 1 at first, as in fresh settings.
     void setRelayBoxId(int id) { m_relayBoxId = id & 0x0F; }
 
-    bool hasRotorPair() const { return m_rotorPair; }
     /// For the stack switch only: carries a pair of rotors, the first one selected.
     void setRotorPair(bool present);
     /// 0 or 1, or -1 when the box has no rotor.

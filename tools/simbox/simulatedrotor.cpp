@@ -23,10 +23,9 @@ void SimulatedRotor::goTo(double target)
     rest();
     if (clockwise < Epsilon)
         return;
-    m_target = fold(target);
     m_direction = clockwise <= 180.0 ? Direction::Clockwise : Direction::CounterClockwise;
     m_toGo = (clockwise <= 180.0 ? clockwise : 360.0 - clockwise) + m_overshoot;
-    m_restAt = fold(m_target + sign() * m_overshoot);
+    m_restAt = fold(target + sign() * m_overshoot);
 }
 
 void SimulatedRotor::turn(Direction direction)
@@ -48,7 +47,6 @@ void SimulatedRotor::stop()
         rest();
         return;
     }
-    m_target = NoTarget;
     m_coasting = true;
     m_toGo = m_coast;
     m_restAt = fold(m_position + sign() * m_coast);
@@ -82,7 +80,6 @@ void SimulatedRotor::setPosition(double degrees)
 void SimulatedRotor::rest()
 {
     m_direction = Direction::None;
-    m_target = NoTarget;
     m_toGo = 0.0;
     m_coasting = false;
 }

@@ -13,8 +13,6 @@ class SimulatedRotor
 public:
     enum class Direction { None, Clockwise, CounterClockwise };
 
-    static constexpr double NoTarget = -1.0;
-
     /// Target in 0..360 (360 is north). An opposite direction takes effect at once, without coasting first.
     void goTo(double target);
     /// Turns until told otherwise; Direction::None is stop().
@@ -31,13 +29,10 @@ public:
     double speed() const { return m_speed; }
     /// Degrees per second, 0 or more.
     void setSpeed(double degreesPerSecond) { m_speed = degreesPerSecond; }
-    double coast() const { return m_coast; }
     /// How far the rotor runs on after a stop.
     void setCoast(double degrees) { m_coast = degrees; }
-    double overshoot() const { return m_overshoot; }
     /// How far the rotor runs past the target of a go-to. Counts from the next go-to.
     void setOvershoot(double degrees) { m_overshoot = degrees; }
-    double wind() const { return m_wind; }
     /// Drift in degrees per second while the motor rests; positive is clockwise.
     void setWind(double degreesPerSecond) { m_wind = degreesPerSecond; }
     bool isStuck() const { return m_stuck; }
@@ -46,9 +41,6 @@ public:
 
     /// True while the motor runs or coasts. Wind does not count.
     bool isMoving() const { return m_direction != Direction::None; }
-    Direction direction() const { return m_direction; }
-    /// Where the running go-to leads, or NoTarget.
-    double target() const { return m_target; }
 
 private:
     double sign() const { return m_direction == Direction::Clockwise ? 1.0 : -1.0; }
@@ -62,7 +54,6 @@ private:
     bool m_stuck = false;
 
     Direction m_direction = Direction::None;
-    double m_target = NoTarget;
     double m_toGo = 0.0; // degrees left to turn, infinite for a manual turn
     double m_restAt = 0.0;
     bool m_coasting = false;
