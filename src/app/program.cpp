@@ -34,7 +34,7 @@ std::unique_ptr<CMainWindow> createWindow(const CMainWindow::ControllerFactory &
 int runApplication(int &argc, char **argv, const CMainWindow::ControllerFactory &makeController)
 {
     QApplication application(argc, argv);
-    QCoreApplication::setApplicationVersion(QStringLiteral("0.90"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(VEXTRAL_VERSION));
     attachToParentConsole();
     installMessageHandler(&programLog);
     const std::unique_ptr<CMainWindow> window = createWindow(makeController);
