@@ -65,7 +65,7 @@ void CVextralAntenna::setTarget(double target)
 void CVextralAntenna::clearTarget()
 {
     m_previousTarget = m_target;
-    m_target = -1.0;
+    m_target = unknownAngle;
 }
 
 CVextralRemoteControl *CVextralAntenna::controller() const

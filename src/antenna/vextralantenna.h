@@ -1,6 +1,7 @@
 #pragma once
 
 #include "antenna/arrowpicture.h"
+#include "device/degrees.h"
 #include "device/devicestatus.h"
 
 #include <QColor>
@@ -19,8 +20,8 @@ class QSvgRenderer;
 /// pictures.
 ///
 /// Angles are compass degrees. `angle` is what is known of the antenna, `rotation` is what is drawn while it
-/// moves and `target` is where it goes, -1.0 for nowhere. The controller creates the antennas and keeps them
-/// in index order; map and editor are not owned.
+/// moves and `target` is where it goes, unknownAngle for nowhere. The controller creates the antennas and
+/// keeps them in index order; map and editor are not owned.
 class CVextralAntenna : public QObject
 {
     Q_OBJECT
@@ -110,6 +111,6 @@ private:
     bool m_rotating = false;
     double m_angle = 0.0;
     QColor m_color;
-    double m_target = -1.0;
-    double m_previousTarget = -1.0;
+    double m_target = unknownAngle;
+    double m_previousTarget = unknownAngle;
 };

@@ -10,6 +10,14 @@ inline bool isUsableAngle(double degrees)
     return std::isfinite(degrees) && std::abs(degrees) < 1e6;
 }
 
+/// Stands for a reading that failed and for a target that nobody has chosen.
+constexpr double unknownAngle = -1.0;
+
+inline bool isKnownAngle(double degrees)
+{
+    return degrees > unknownAngle;
+}
+
 /// Truncated toward zero.
 inline int truncatedDegrees(double degrees)
 {

@@ -3,7 +3,6 @@
 #include "antenna/vextralantenna.h"
 #include "antenna/vextralantennaui.h"
 #include "device/degrees.h"
-#include "device/rotationsteering.h"
 #include "settings/settings.h"
 #include "widgets/4sanchorlayout.h"
 #include "widgets/antennabutton.h"
@@ -36,13 +35,10 @@ const QRect dialPlace(115, 50, 80, 45);
 constexpr int smallestCaption = 9;
 constexpr int largestCaption = 16;
 
-constexpr int extendedMode = 0;
-constexpr int miniMode = 1;
+/// No mode of the window; one that asks for it gets the mini mode.
 constexpr int otherMiniMode = 3;
 constexpr int panelHeight = 80;
 constexpr int unlimitedHeight = 500000;
-
-constexpr int clockwiseKey = 1;
 
 /// Takes no focus, so that the arrow keys and the space bar go on to the window.
 CAntennaButton *createButton(const QString &text, const QString &name, const QString &keys, QWidget *panel)
@@ -170,9 +166,9 @@ void CDeviceKT240M::hideUnusedWidgets()
 
 void CDeviceKT240M::applyInterfaceMode(int mode)
 {
-    if (mode != extendedMode && mode != miniMode && mode != otherMiniMode)
+    if (mode != ExtendedMode && mode != MiniMode && mode != otherMiniMode)
         return;
-    const bool extended = mode == extendedMode;
+    const bool extended = mode == ExtendedMode;
     if (CVextralAzimuthalWidget *map = azimuthalWidget())
         map->setVisible(extended);
     CVextralRemoteControlWidget *panel = remoteControlWidget();
@@ -252,7 +248,7 @@ void CDeviceKT240M::relayoutPanel(int width, int height)
 
 bool CDeviceKT240M::rotateByKey(int key)
 {
-    applyCCWandCW(key == clockwiseKey ? m_cwButton : m_ccwButton);
+    applyCCWandCW(key == ClockwiseKey ? m_cwButton : m_ccwButton);
     light(m_activeDirectionButton, true);
     return true;
 }
@@ -274,7 +270,7 @@ void CDeviceKT240M::onStopButtonPressed()
     if (m_rotating) {
         light(m_stopButton, true);
         // Nothing may start after a STOP, also where the brake leaves what was pending.
-        m_scheduledTarget = -1.0;
+        m_scheduledTarget = unknownAngle;
         m_ccwPending = false;
         m_cwPending = false;
         QCoreApplication::processEvents();
@@ -337,7 +333,7 @@ void CDeviceKT240M::onRotationChanged(int rotation)
 void CDeviceKT240M::onDialRotationStarted()
 {
     // Without a reading there is no azimuth to start from.
-    if (m_dial && RotationSteering::isKnown(m_polledAngle))
+    if (m_dial && isKnownAngle(m_polledAngle))
         m_dial->setValue(truncatedDegrees(m_polledAngle), true);
     editSender();
 }

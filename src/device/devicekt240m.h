@@ -101,9 +101,9 @@ private:
     void startTurning(Direction direction);
     void turnOnceAtRest(Direction direction);
 
-    double m_scheduledTarget = -1.0;
-    double m_lastReading = -1.0;
-    double m_currentReading = -1.0;
+    double m_scheduledTarget = unknownAngle;
+    double m_lastReading = unknownAngle;
+    double m_currentReading = unknownAngle;
     /// Stands for the running manual rotation.
     QPointer<CAntennaButton> m_activeDirectionButton;
     std::unique_ptr<C4SAnchorLayout> m_panelLayout;
@@ -112,8 +112,8 @@ private:
     QPointer<CAntennaButton> m_stopButton;
     bool m_rotating = false;
     int m_idlePolls = 0;
-    double m_previousReading = -1.0;
-    double m_polledAngle = -1.0;
+    double m_previousReading = unknownAngle;
+    double m_polledAngle = unknownAngle;
     bool m_ccwPending = false;
     bool m_cwPending = false;
     QPointer<CRotationDigitalDisplayWidget> m_digitalDisplay;

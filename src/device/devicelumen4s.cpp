@@ -3,6 +3,7 @@
 #include "antenna/vextralantenna.h"
 #include "settings/settings.h"
 #include "widgets/antennabutton.h"
+#include "widgets/buttoncaption.h"
 #include "widgets/ledbutton.h"
 #include "widgets/vextralremotecontrolwidget.h"
 
@@ -16,14 +17,26 @@ namespace {
 
 constexpr int settlingMs = 33;
 
-const QSize minimumPanelSize(418, 100);
+constexpr QSize minimumPanelSize(418, 100);
 constexpr unsigned firstColumn = 92;
 constexpr int besideColumns = 177;
 constexpr unsigned columns = 4;
 constexpr int antennaTop = 30;
 constexpr int besideAntennas = 42;
+constexpr int transmitTop = 35;
+constexpr QSize transmitSize(24, 20);
+/// From its left edge to the column's right one.
+constexpr unsigned transmitFromRight = 28;
+constexpr int powerLeft = 20;
+constexpr QSize powerSize(45, 15);
+constexpr QPoint logoCorner(10, 4);
+constexpr int infoTop = 5;
 constexpr int infoMargin = 85;
 constexpr int infoWidth = 100;
+constexpr int largeInfoHeight = 20;
+constexpr int smallInfoHeight = 14;
+constexpr QPoint titleCorner(10, 1);
+constexpr int titleHeight = 30;
 
 /// Width of an antenna's column. Below the minimum panel width it wraps around, which only widgetPixels()
 /// makes sane.
@@ -50,18 +63,19 @@ QRect antennaRect(int index, int panelWidth, int panelHeight)
 
 QRect transmitRect(int index, int panelWidth)
 {
-    return {widgetPixels(columnLeft(index + 1, panelWidth) - 28), 35, 24, 20};
+    const QPoint corner(widgetPixels(columnLeft(index + 1, panelWidth) - transmitFromRight), transmitTop);
+    return {corner, transmitSize};
 }
 
 QRect powerRect(int panelHeight)
 {
-    return {20, panelHeight / 2 - 7, 45, 15};
+    return {QPoint(powerLeft, panelHeight / 2 - powerSize.height() / 2), powerSize};
 }
 
 /// The name as a button shows it: a slash breaks the line, and an ampersand is no mnemonic.
 QString caption(QString name)
 {
-    return name.replace(QLatin1Char('&'), QLatin1String("&&")).replace(QLatin1Char('/'), QLatin1Char('\n'));
+    return captionOfName(name.replace(QLatin1Char('/'), QLatin1Char('\n')));
 }
 
 void hideIfPresent(QWidget *widget)
@@ -75,7 +89,7 @@ void placeLogo(QLabel *label)
     if (!label)
         return;
     const QPixmap logo = label->pixmap(Qt::ReturnByValue);
-    label->setGeometry(QRect(QPoint(10, 4), logo.size() / logo.devicePixelRatio()));
+    label->setGeometry(QRect(logoCorner, logo.size() / logo.devicePixelRatio()));
 }
 
 } // namespace
@@ -149,23 +163,28 @@ bool CDeviceLumen4S::hasTitleLabel()
 
 bool CDeviceLumen4S::toggleRX(int index)
 {
-    return CVextralRemoteControl::toggleRX(index) && settleAfterToggle();
+    if (!CVextralRemoteControl::toggleRX(index))
+        return false;
+    settleAfterToggle();
+    return true;
 }
 
 bool CDeviceLumen4S::toggleTX(int index)
 {
-    return CVextralRemoteControl::toggleTX(index) && settleAfterToggle();
+    if (!CVextralRemoteControl::toggleTX(index))
+        return false;
+    settleAfterToggle();
+    return true;
 }
 
 /// The box needs a moment after a toggle; asking twice gives it that and empties the line of what it still
 /// says.
-bool CDeviceLumen4S::settleAfterToggle()
+void CDeviceLumen4S::settleAfterToggle()
 {
     for (int pass = 0; pass < 2; ++pass) {
         QThread::msleep(settlingMs);
         getStatus();
     }
-    return true;
 }
 
 void CDeviceLumen4S::buildPanel(CVextralRemoteControlWidget *widget)
@@ -208,18 +227,18 @@ void CDeviceLumen4S::layoutButtons(const CVextralRemoteControlWidget &panel, int
 void CDeviceLumen4S::layoutLabels(const CVextralRemoteControlWidget &panel, int width)
 {
     placeLogo(panel.logoLabel());
-    const QRect large(width - infoMargin, 5, infoWidth, 20);
+    const QRect large(width - infoMargin, infoTop, infoWidth, largeInfoHeight);
     if (QLabel *label = panel.largeInfoLabel()) {
         label->setText(alternateName());
         label->setGeometry(large);
     }
     if (QLabel *label = panel.smallInfoLabel()) {
         label->setText(QStringLiteral("Remote Control"));
-        label->setGeometry(width - infoMargin, large.bottom(), infoWidth, 14);
+        label->setGeometry(width - infoMargin, large.bottom(), infoWidth, smallInfoHeight);
     }
     if (QLabel *label = panel.titleLabel()) {
         label->setText(shortName());
         label->setAlignment(Qt::AlignCenter);
-        label->setGeometry(10, 1, width - 20, 30);
+        label->setGeometry(QRect(titleCorner, QSize(width - 2 * titleCorner.x(), titleHeight)));
     }
 }

@@ -29,7 +29,7 @@ public:
     void buildPanel(CVextralRemoteControlWidget *widget) override;
 
 private:
-    bool settleAfterToggle();
+    void settleAfterToggle();
     void layoutButtons(const CVextralRemoteControlWidget &panel, int width, int height);
     void layoutLabels(const CVextralRemoteControlWidget &panel, int width);
 };

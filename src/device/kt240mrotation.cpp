@@ -47,20 +47,20 @@ void CDeviceKT240M::monitore()
 {
     m_polledAngle = getCurrentAngle();
     if (isOpen())
-        noteAnswer(isKnown(m_polledAngle));
+        noteAnswer(isKnownAngle(m_polledAngle));
     m_lastReading = m_previousReading;
     m_currentReading = m_polledAngle;
     const bool wasRotating = m_rotating;
     if (truncatedDegrees(m_previousReading) == -1) {
         m_rotating = false;
-        if (m_previousReading == -1.0 && m_polledAngle >= 0.0)
+        if (m_previousReading == unknownAngle && m_polledAngle >= 0.0)
             takeFirstReading();
     } else {
         logReading(wasRotating);
         m_rotating = hasTurned(m_previousReading, m_polledAngle);
     }
     if (m_rotating && !wasRotating)
-        m_onlyReadingFailed = !isKnown(m_polledAngle);
+        m_onlyReadingFailed = !isKnownAngle(m_polledAngle);
     m_previousReading = m_polledAngle;
 
     updateStatusDisplay(CDeviceStatus());
@@ -81,14 +81,14 @@ void CDeviceKT240M::logReading(bool wasRotating) const
     const CVextralAzimuthalWidget *map = azimuthalWidget();
     const CVextralAntenna *current = map ? map->currentAntenna() : nullptr;
     qDebug("rotating last [%3.2f] to current [%3.2f] target[%3.2f] isRotating[%d]", m_previousReading,
-           m_polledAngle, current ? current->target() : -1.0, wasRotating);
+           m_polledAngle, current ? current->target() : unknownAngle, wasRotating);
 }
 
 void CDeviceKT240M::endRotation()
 {
     qDebug("%s", arrow);
     qDebug("%s Rotacao encerrou!", arrow);
-    if (isKnown(m_polledAngle))
+    if (isKnownAngle(m_polledAngle))
         aimAntenna(m_polledAngle);
     light(m_ccwButton, false);
     light(m_cwButton, false);
@@ -123,12 +123,12 @@ void CDeviceKT240M::settleScheduledTarget()
 {
     qDebug("%s Agendado para ir: %3.2f", arrow, m_scheduledTarget);
     if (truncatedDegrees(m_scheduledTarget) == truncatedDegrees(m_polledAngle)) {
-        m_scheduledTarget = -1.0;
+        m_scheduledTarget = unknownAngle;
         qDebug("%s", arrow);
         qDebug("%s Agendadamento cancelado", arrow);
         qDebug("%s", arrow);
     }
-    if (isKnown(m_scheduledTarget) && !m_onlyReadingFailed)
+    if (isKnownAngle(m_scheduledTarget) && !m_onlyReadingFailed)
         rotateTo(m_scheduledTarget);
 }
 
@@ -141,7 +141,7 @@ void CDeviceKT240M::updateStatusDisplay(CDeviceStatus status)
         return;
     countIdlePolls();
     showAzimuth();
-    if (isKnown(m_polledAngle))
+    if (isKnownAngle(m_polledAngle))
         moveAntenna();
 }
 
@@ -228,7 +228,7 @@ bool CDeviceKT240M::rotateTo(double azimuth)
 
 bool CDeviceKT240M::stop()
 {
-    return isKnown(m_lastReading) && isKnown(m_currentReading) ? runOut() : brake();
+    return isKnownAngle(m_lastReading) && isKnownAngle(m_currentReading) ? runOut() : brake();
 }
 
 bool CDeviceKT240M::runOut()

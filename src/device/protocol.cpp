@@ -8,6 +8,16 @@ namespace {
 constexpr int statusReplyMinimum = 6;
 constexpr int angleDigits = 3;
 
+// The numbers of the toggles.
+constexpr int firstReceivePort = 1;
+constexpr int firstTransmitLine = 5;
+constexpr int otherRotor = 9;
+
+QByteArray toggleCommand(int number)
+{
+    return 'K' + QByteArray::number(number) + '\n';
+}
+
 /// The three characters at `position` as a number of degrees. What is no usable angle counts as the zero of a
 /// failed conversion, because callers truncate it.
 double numberAt(const QString &text, int position)
@@ -21,33 +31,34 @@ double numberAt(const QString &text, int position)
 namespace Protocol {
 
 const StatusQuery statusQuery = {
-    "K0",
-    "K0\n",
-    3,
-    "ST=",
-    3,
-    false,
-    "................. CVextralRemoteControl::getStatus() - Porta serial nao esta aberta",
-    "Comando [K0] receber status",
-    "Comando [K0] receber status veio erro [%s]",
-    "................. CVextralRemoteControl::getStatus() - content error [%s]",
-    "................. CVextralRemoteControl::getStatus() - error [%s]",
-    "................. CVextralRemoteControl::getStatus() empty",
+    /*label=*/"K0",
+    /*rounds=*/3,
+    /*prefix=*/"ST=",
+    /*firstStatusByte=*/3,
+    /*carriesAngle=*/false,
+    /*notOpenText=*/"................. CVextralRemoteControl::getStatus() - Porta serial nao esta aberta",
+    /*askingText=*/"Comando [K0] receber status",
+    /*errorReplyText=*/"Comando [K0] receber status veio erro [%s]",
+    /*wrongContentText=*/"................. CVextralRemoteControl::getStatus() - content error [%s]",
+    /*shortText=*/"................. CVextralRemoteControl::getStatus() - error [%s]",
+    /*emptyText=*/"................. CVextralRemoteControl::getStatus() empty",
 };
 
 const StatusQuery statusAndAngleQuery = {
-    "KG",
-    "KG\n",
-    4,
-    "T",
-    2,
-    true,
+    /*label=*/"KG",
+    /*rounds=*/4,
+    /*prefix=*/"T",
+    /*firstStatusByte=*/2,
+    /*carriesAngle=*/true,
+    /*notOpenText=*/
     "................. CVextralRemoteControl::getStatusAndCurrentAngle() - Porta serial nao esta aberta",
-    "Comando [KG] receber status e angulo",
-    "Comando [KG] receber status veio erro [%s]",
+    /*askingText=*/"Comando [KG] receber status e angulo",
+    /*errorReplyText=*/"Comando [KG] receber status veio erro [%s]",
+    /*wrongContentText=*/
     "................. CVextralRemoteControl::getStatusAndCurrentAngle() - conteúdo errado. Veio: [%s]",
+    /*shortText=*/
     "................. CVextralRemoteControl::getStatusAndCurrentAngle() - conteúdo meio errado: [%s]",
-    "................. CVextralRemoteControl::getStatusAndCurrentAngle() conteúdo vazio",
+    /*emptyText=*/"................. CVextralRemoteControl::getStatusAndCurrentAngle() conteúdo vazio",
 };
 
 QByteArray rotateToCommand(double azimuth)
@@ -70,14 +81,29 @@ QByteArray stopCommand()
     return QByteArrayLiteral("S\r\n\n");
 }
 
-QByteArray toggleCommand(int number)
+QByteArray toggleReceivePortCommand(int index)
 {
-    return 'K' + QByteArray::number(number) + '\n';
+    return toggleCommand(firstReceivePort + index);
+}
+
+QByteArray toggleTransmitLineCommand(int index)
+{
+    return toggleCommand(firstTransmitLine + index);
+}
+
+QByteArray selectOtherRotorCommand()
+{
+    return toggleCommand(otherRotor);
 }
 
 QByteArray angleQuery()
 {
     return QByteArrayLiteral("C\n");
+}
+
+QByteArray statusRequest(const StatusQuery &query)
+{
+    return QByteArray(query.label) + '\n';
 }
 
 QByteArray onTheWire(const QByteArray &composed)

@@ -20,8 +20,10 @@ QByteArray rotateToCommand(double azimuth);
 QByteArray rotateCCWCommand();
 QByteArray rotateCWCommand();
 QByteArray stopCommand();
-/// "K" and a number: 1..4 toggle the receive ports, 5..8 the transmit lines, 9 the rotor.
-QByteArray toggleCommand(int number);
+/// Ports and lines count from 0.
+QByteArray toggleReceivePortCommand(int index);
+QByteArray toggleTransmitLineCommand(int index);
+QByteArray selectOtherRotorCommand();
 QByteArray angleQuery();
 
 /// The bytes to hand to the port so that the box hears CR LF for every LF. Where the port's text mode already
@@ -40,8 +42,8 @@ std::optional<double> decodeAngle(const QByteArray &buffer);
 /// texts that the log tells of it. The texts hold at most one "%s", the reply.
 struct StatusQuery
 {
+    /// What is asked, and how the log names it.
     const char *label;
-    const char *request;
     int rounds;
     const char *prefix;
     int firstStatusByte;
@@ -53,6 +55,8 @@ struct StatusQuery
     const char *shortText;
     const char *emptyText;
 };
+
+QByteArray statusRequest(const StatusQuery &query);
 
 /// "K0": the status bytes alone.
 extern const StatusQuery statusQuery;

@@ -6,7 +6,6 @@
 
 namespace {
 
-constexpr double unknown = -1.0;
 constexpr double fullTurn = 360.0;
 constexpr double halfTurn = 180.0;
 constexpr double runOut = 10.0;
@@ -29,14 +28,9 @@ double runOutCounterClockwise(double current)
 
 namespace RotationSteering {
 
-bool isKnown(double reading)
-{
-    return reading > unknown;
-}
-
 bool hasTurned(double previous, double current)
 {
-    return truncatedDegrees(previous) != truncatedDegrees(unknown)
+    return truncatedDegrees(previous) != truncatedDegrees(unknownAngle)
         && truncatedDegrees(previous) != truncatedDegrees(current);
 }
 

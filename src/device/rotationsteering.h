@@ -3,10 +3,8 @@
 #include <optional>
 
 /// How a rotator is steered from nothing but its readings. Readings and targets are compass degrees; a
-/// reading of -1 is a failed one.
+/// failed reading is unknownAngle.
 namespace RotationSteering {
-
-bool isKnown(double reading);
 
 /// Whether two successive readings show a rotation: their whole degrees differ. After a failed reading there
 /// is nothing to compare with.

@@ -159,7 +159,7 @@ bool CVextralRemoteControl::followAntenna(CVextralAntenna *antenna, const CDevic
     }
     antenna->setEnabled(true);
     const double angle = getCurrentAngle();
-    if (angle <= -1.0)
+    if (!isKnownAngle(angle))
         return true;
     if (status.moving) {
         if (m_map && !animateTowards(antenna, angle))
@@ -240,7 +240,7 @@ void CVextralRemoteControl::showSelectedRotor(int rotor)
     const double angle = getCurrentAngle();
     const CVextralAntenna *current = m_map ? m_map->currentAntenna() : nullptr;
     CRotationDigitalDisplayWidget *display = m_remoteControlWidget->digitalDisplay();
-    if (display && current && angle > -1.0 && current->rotorId() == rotor) {
+    if (display && current && isKnownAngle(angle) && current->rotorId() == rotor) {
         display->setValue(truncatedDegrees(angle), false);
         display->update();
     }
@@ -314,7 +314,7 @@ bool CVextralRemoteControl::setCurrentRotor(int rotor)
     }
     qDebug("CVextralRemoteControl::setCurrentRotor() - vai trocar rotor");
     logCommand("Comando K9");
-    send(Protocol::toggleCommand(9));
+    send(Protocol::selectOtherRotorCommand());
     logSeparator();
     QThread::msleep(afterRotorSwitchMs);
     status = getStatus();
@@ -344,7 +344,7 @@ void CVextralRemoteControl::onToggleRotorButtonChange(int index)
 void CVextralRemoteControl::turnAntennaFromCurrentToTarget(CVextralAntenna *antenna)
 {
     qDebug("CVextralRemoteControl::turnAntennaFromCurrentToTarget() - antena mudou para %3.2f",
-           antenna ? antenna->target() : -1.0);
+           antenna ? antenna->target() : unknownAngle);
     if (!antenna || antenna->controller() != this)
         return;
     if (!antenna->isRotorConnected()) {

@@ -1,6 +1,7 @@
 #include "device/vextralremotecontrol.h"
 
 #include "device/commandlog.h"
+#include "device/degrees.h"
 #include "device/protocol.h"
 
 #include <QCoreApplication>
@@ -134,7 +135,7 @@ bool CVextralRemoteControl::toggleRX(int index)
 {
     if (!m_port)
         return false;
-    send(Protocol::toggleCommand(index + 1));
+    send(Protocol::toggleReceivePortCommand(index));
     logCommand("Comando TogleRX");
     return true;
 }
@@ -143,7 +144,7 @@ bool CVextralRemoteControl::toggleTX(int index)
 {
     if (!m_port)
         return false;
-    send(Protocol::toggleCommand(index + 5));
+    send(Protocol::toggleTransmitLineCommand(index));
     logCommand("Comando TogleTX");
     return true;
 }
@@ -164,9 +165,9 @@ bool CVextralRemoteControl::toggleRotor()
 {
     if (!m_port)
         return false;
-    m_lastReadAngle = -1.0;
+    m_lastReadAngle = unknownAngle;
     logCommand("Comando toggle Rotor");
-    send(Protocol::toggleCommand(9));
+    send(Protocol::selectOtherRotorCommand());
     QThread::msleep(rotorToggleSleepMs);
     return true;
 }
@@ -211,7 +212,7 @@ void CVextralRemoteControl::throwAwayNoise()
 double CVextralRemoteControl::getCurrentAngle()
 {
     if (!isOpen())
-        return -1.0;
+        return unknownAngle;
     if (m_angleValid)
         return m_currentAngle;
 
@@ -232,8 +233,8 @@ double CVextralRemoteControl::getCurrentAngle()
     }
     throwAwayNoise();
     qDebug(">>>> [FALHA ao ler angulo. \"-1\" será utilizado para indicar erro]");
-    m_currentAngle = -1.0;
-    return -1.0;
+    m_currentAngle = unknownAngle;
+    return unknownAngle;
 }
 
 CDeviceStatus CVextralRemoteControl::getStatusAndCurrentAngle()
@@ -259,7 +260,7 @@ CDeviceStatus CVextralRemoteControl::readStatus(const Protocol::StatusQuery &que
         return status;
     }
     logQuery(query.askingText);
-    sendQuery(query.request);
+    sendQuery(Protocol::statusRequest(query));
     QByteArray buffer;
     if (!collectStatusReply(query, buffer))
         return status;

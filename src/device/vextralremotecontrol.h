@@ -1,5 +1,6 @@
 #pragma once
 
+#include "device/degrees.h"
 #include "device/devicestatus.h"
 #include "device/linestate.h"
 
@@ -33,8 +34,8 @@ struct StatusQuery;
 ///     monitorTimer -> monitore() -> status reply -> panel lamps, antennas, map
 ///
 /// All I/O blocks the GUI thread for bounded times; the status readers pump events, so any slot here may run
-/// inside a read. The virtual operations are the models' extension points. Angles are compass degrees, -1.0
-/// means unknown or a failed read.
+/// inside a read. The virtual operations are the models' extension points. Angles are compass degrees;
+/// unknownAngle also stands for a failed read.
 ///
 /// A command is `false` without a port object. With one rotateCCW(), rotateCW() and stop() tell whether it
 /// left the port; the others are `true`, also where the port did not open or is lost and nothing left.
@@ -43,6 +44,11 @@ class CVextralRemoteControl : public QObject
     Q_OBJECT
 
 public:
+    /// The window's interface modes.
+    enum InterfaceMode { ExtendedMode = 0, MiniMode = 1, SuperMiniMode = 2 };
+    /// The keys that turn while they are held.
+    enum DirectionKey { CounterClockwiseKey = 0, ClockwiseKey = 1 };
+
     /// Creates the antennas from the settings' rotor ids; nothing is opened yet.
     explicit CVextralRemoteControl(const CSettings *settings);
     ~CVextralRemoteControl() override;
@@ -52,6 +58,7 @@ public:
     virtual bool open(const QString &portName);
     virtual bool close();
     virtual bool isOpen();
+    /// Tells one model from another; the program shows their names instead.
     virtual QString modelId();
     virtual QString modelName();
     virtual QString shortName();
@@ -62,7 +69,7 @@ public:
     virtual int currentRotor(const CDeviceStatus *status);
     virtual int antennaCount();
     virtual int rotorCount();
-    /// Azimuth of the selected rotor in degrees, -1.0 after a failed read.
+    /// Azimuth of the selected rotor in degrees, unknownAngle after a failed read.
     virtual double getCurrentAngle();
     /// Selects `rotor` on the box unless another one is turning. Returns whether it is selected now.
     virtual bool setCurrentRotor(int rotor);
@@ -72,6 +79,7 @@ public:
     virtual bool stop();
     virtual bool toggleRX(int index);
     virtual bool toggleTX(int index);
+    /// For models with a split, which nothing on the panel switches yet.
     virtual bool toggleSplit(int index);
     virtual bool toggleRadio(int index);
     virtual bool toggleRotor();
@@ -110,7 +118,7 @@ public:
     /// Gives the antennas their rotors from the settings.
     virtual void applyRotorAssignment(const CSettings *settings);
     virtual void setupAntennaEditor(CVextralAntennaUI *editor);
-    /// A held direction key: 0 counter-clockwise, 1 clockwise. Returns whether the model took it.
+    /// A held direction key, a DirectionKey. Returns whether the model took it.
     virtual bool rotateByKey(int key);
     /// Whether the model handles the direction keys itself.
     virtual bool acceptsDirectionKeys();
@@ -118,7 +126,7 @@ public:
     /// The window hands over the frame of its memory buttons.
     virtual void hookC(QWidget *widget);
     virtual void hideUnusedWidgets();
-    /// The window's interface mode: 0 extended, 1 mini, 2 supermini.
+    /// Follows the window into an InterfaceMode.
     virtual void applyInterfaceMode(int mode);
     virtual void decodeStatus(CDeviceStatus &status, quint8 a, quint8 b);
     virtual void buildPanel(CVextralRemoteControlWidget *widget);
@@ -220,16 +228,17 @@ private:
     void showLamps(const CDeviceStatus &status);
     void showPower(bool on);
 
-    double m_currentAngle = -1.0;
+    double m_currentAngle = unknownAngle;
     bool m_angleValid = false;
     std::vector<CVextralAntenna *> m_antennas;
     int m_ignoredAntennaIndex = -1;
-    double m_lastReadAngle = -1.0;
+    double m_lastReadAngle = unknownAngle;
     bool m_deviceResponding = false;
     int m_relayBoxId = 0;
     QString m_relayBoxName;
     int m_monitorInterval = 1500;
     int m_lastRotor = -1;
+    /// Until the panel has shown a first rotor's status; nothing asks for it yet.
     bool m_firstStatus = true;
     QPointer<CVextralAzimuthalWidget> m_map;
     QPointer<CVextralRemoteControlWidget> m_remoteControlWidget;

@@ -18,8 +18,8 @@ namespace {
 
 constexpr int releaseDelayMs = 233;
 
-constexpr int counterClockwise = 0;
-constexpr int clockwise = 1;
+constexpr int counterClockwise = CVextralRemoteControl::CounterClockwiseKey;
+constexpr int clockwise = CVextralRemoteControl::ClockwiseKey;
 /// The far ends of the two directions, deliberately one degree apart.
 constexpr double counterClockwiseEnd = 180.0;
 constexpr double clockwiseEnd = 179.0;
@@ -123,7 +123,7 @@ void CMainWindow::stopCurrentAntenna()
     m_keyRotating = false;
     CVextralAntenna *antenna = m_ui->azimuthalWidget->currentAntenna();
     const double position = m_controller->getCurrentAngle();
-    if (position > -1.0) {
+    if (isKnownAngle(position)) {
         if (antenna)
             antenna->setTarget(position);
         qDebug("................. target passou a ser [%d]", roundedDegrees(position));
@@ -131,7 +131,7 @@ void CMainWindow::stopCurrentAntenna()
     } else {
         qDebug("................. Impossivel parar interpolacao(parada bruta)");
         if (antenna)
-            antenna->setTarget(-1.0);
+            antenna->setTarget(unknownAngle);
         m_controller->stop();
         m_ui->azimuthalWidget->stopAnimation();
     }

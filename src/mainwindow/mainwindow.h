@@ -71,8 +71,6 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    enum InterfaceMode { Extended = 0, Mini = 1, SuperMini = 2 };
-
     // mainwindow.cpp
     void showIcon();
     void collectMemoryButtons();
@@ -134,7 +132,7 @@ private:
     /// Memory 1 to 10, then +180.
     std::vector<QPushButton *> m_memoryButtons;
     std::vector<QShortcut *> m_shortcuts;
-    int m_interfaceMode = Extended;
+    int m_interfaceMode = 0; ///< A CVextralRemoteControl::InterfaceMode.
     /// The size before the properties panel was opened.
     QSize m_savedSize;
     std::unique_ptr<Ui::CMainWindow> m_ui;

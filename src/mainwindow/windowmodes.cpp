@@ -12,6 +12,8 @@
 
 namespace {
 
+using Modes = CVextralRemoteControl;
+
 constexpr int remoteFrameMaximumHeight = 90;
 constexpr int propertiesPanelWidth = 350;
 constexpr int propertiesButtonSide = 20;
@@ -27,18 +29,18 @@ constexpr QSize defaultSizes[] = {CSettings::defaultExtendedSize, CSettings::def
 int CMainWindow::modeOfName(const QString &name)
 {
     if (name == QLatin1String("mini"))
-        return Mini;
-    return name == QLatin1String("supermini") ? SuperMini : Extended;
+        return Modes::MiniMode;
+    return name == QLatin1String("supermini") ? Modes::SuperMiniMode : Modes::ExtendedMode;
 }
 
 QSize *CMainWindow::sizeOfMode(int mode)
 {
     switch (mode) {
-    case Extended:
+    case Modes::ExtendedMode:
         return &m_extendedSize;
-    case Mini:
+    case Modes::MiniMode:
         return &m_miniSize;
-    case SuperMini:
+    case Modes::SuperMiniMode:
         return &m_superMiniSize;
     }
     return nullptr;
@@ -48,10 +50,10 @@ void CMainWindow::applyInterfaceMode(int mode)
 {
     const bool allowsExtended = m_controller->supportsAzimuthalMap();
     if (!allowsExtended)
-        mode = Mini;
+        mode = Modes::MiniMode;
     m_ui->remoteFrame->setMaximumHeight(allowsExtended ? remoteFrameMaximumHeight : QWIDGETSIZE_MAX);
 
-    if (mode != Extended && !m_ui->propertiesFrame->isHidden()) {
+    if (mode != Modes::ExtendedMode && !m_ui->propertiesFrame->isHidden()) {
         hidePropertiesFrame();
         storeSize(m_savedSize);
     }
@@ -62,11 +64,11 @@ void CMainWindow::applyInterfaceMode(int mode)
     if (const QSize *stored = sizeOfMode(mode)) {
         size = stored->isValid() ? *stored : defaultSizes[mode];
         const bool hasRotor = m_controller->rotorCount() >= 1;
-        m_ui->azimuthalWidget->setInterfaceMode(mode == Extended ? CVextralAzimuthalWidget::Extended
-                                                                 : CVextralAzimuthalWidget::Row);
-        m_ui->propertiesButton->setVisible(mode == Extended);
-        m_ui->memoryButtonsFrame->setVisible(mode != SuperMini && hasRotor);
-        m_ui->azimuthalWidget->setVisible(allowsExtended && mode != SuperMini);
+        m_ui->azimuthalWidget->setInterfaceMode(
+            mode == Modes::ExtendedMode ? CVextralAzimuthalWidget::Extended : CVextralAzimuthalWidget::Row);
+        m_ui->propertiesButton->setVisible(mode == Modes::ExtendedMode);
+        m_ui->memoryButtonsFrame->setVisible(mode != Modes::SuperMiniMode && hasRotor);
+        m_ui->azimuthalWidget->setVisible(allowsExtended && mode != Modes::SuperMiniMode);
     }
 
     m_controller->applyInterfaceMode(mode);

@@ -1,6 +1,7 @@
 #include "widgets/vextralazimuthalwidget.h"
 
 #include "antenna/vextralantenna.h"
+#include "device/degrees.h"
 #include "device/vextralremotecontrol.h"
 #include "widgets/azimuthalgeometry.h"
 #include "widgets/azimuthalmapimage.h"
@@ -92,8 +93,8 @@ AzimuthalScene CVextralAzimuthalWidget::scene(const QPainter &painter, double sc
         scene.antennas.push_back({antenna.index(), antenna.rotorId(), antenna.isEnabled(),
                                   antenna.isRotorConnected(), antenna.rotorStatusFlag(), arrowOf(antenna),
                                   antenna.color(), shownAzimuthOf(antenna), antenna.angle(),
-                                  antenna.hasPendingTarget() && antenna.target() > -1.0, antenna.target(),
-                                  m_displays[i]->geometry(), m_displays[i]->isVisible()});
+                                  antenna.hasPendingTarget() && isKnownAngle(antenna.target()),
+                                  antenna.target(), m_displays[i]->geometry(), m_displays[i]->isVisible()});
     }
     return scene;
 }
