@@ -101,6 +101,7 @@ CVextralRemoteControlWidget::CVextralRemoteControlWidget(QWidget *parent)
     : QWidget(parent), m_digitalDisplay(new CRotationDigitalDisplayWidget(this)),
       m_dial(new CRotationDialWidget(this))
 {
+    setAttribute(Qt::WA_OpaquePaintEvent);
     m_digitalDisplay->hide();
     m_dial->hide();
 }

@@ -47,6 +47,8 @@ void CVextralRemoteControlWidget::paintEvent(QPaintEvent *event)
 {
     Q_UNUSED(event)
     QPainter painter(this);
+    // Not smoothed, or at a fractional scale what was there before would shine through the edges.
+    painter.fillRect(rect(), nearBlack);
     // All there is: the separate hint for high quality has meant the same since Qt 5.14.
     painter.setRenderHint(QPainter::Antialiasing);
     paintFace(painter);
@@ -56,7 +58,6 @@ void CVextralRemoteControlWidget::paintEvent(QPaintEvent *event)
 void CVextralRemoteControlWidget::paintFace(QPainter &painter) const
 {
     const QRectF face = QRectF(rect()).adjusted(1, 1, -1, -1);
-    painter.fillRect(rect(), nearBlack);
     painter.fillRect(face, verticalGradient(face, faceTop, faceBottom));
     paintShade(painter, face, face.topLeft(), {1, 0});
     paintShade(painter, face, face.topRight(), {-1, 0});
