@@ -1,85 +1,15 @@
-#include "antenna/vextralantenna.h"
 #include "antenna/vextralantennaui.h"
 #include "app/resources.h"
-#include "mainwindow/currentobjects.h"
-#include "mainwindow/mainwindow.h"
 #include "settings/settings.h"
-#include "support/scriptedcontroller.h"
-#include "widgets/antennabutton.h"
+#include "support/scriptedwindow.h"
 #include "widgets/memorybutton.h"
 #include "widgets/rotationdigitaldisplaywidget.h"
-#include "widgets/vextralazimuthalwidget.h"
-#include "widgets/vextralremotecontrolwidget.h"
 
 #include <QtTest>
 #include <QtWidgets>
 
-#include <functional>
-
-namespace {
-
-/// Tells what the panel was laid out for last.
-class Box : public ScriptedController
-{
-public:
-    using ScriptedController::ScriptedController;
-    bool hasOwnPanel() override { return true; }
-    void relayoutPanel(int, int) override { shownName = antenna(0)->name(); }
-
-    QString shownName;
-};
-
-/// A shown window on a scripted controller.
-class Window : public CMainWindow
-{
-public:
-    explicit Window(const std::function<void(Box &)> &prepare = {}, int rotors = 2)
-        : CMainWindow([prepare, rotors](const CSettings &) {
-              auto *box = new Box(rotors);
-              box->statuses = {ScriptedController::status(0)};
-              box->angles = {30.0};
-              if (prepare)
-                  prepare(*box);
-              return box;
-          })
-    {
-        show();
-        activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(this));
-        box()->sent.clear();
-    }
-
-    template <typename Widget>
-    Widget *get(const char *name)
-    {
-        return findChild<Widget *>(QString(name));
-    }
-
-    void press(const QString &keys) { QTest::keySequence(this, QKeySequence(keys)); }
-    void click(const char *button) { get<QPushButton>(button)->click(); }
-
-    QString sent()
-    {
-        const QString text = box()->sent.join(' ');
-        box()->sent.clear();
-        return text;
-    }
-
-    /// The names of the memory buttons that are lit.
-    QString litMemories()
-    {
-        QString names;
-        for (const QPushButton *button : get<QWidget>("memoryButtonsFrame")->findChildren<QPushButton *>())
-            names += button->isChecked() ? button->objectName() : QString();
-        return names;
-    }
-
-    Box *box() { return static_cast<Box *>(CurrentObjects::controller()); }
-    CVextralAntenna *antenna(int index) { return box()->antenna(index); }
-    CVextralAzimuthalWidget *map() { return get<CVextralAzimuthalWidget>("azimuthalWidget"); }
-};
-
-} // namespace
+using Box = ScriptedBox;
+using Window = ScriptedWindow;
 
 class TestMainWindow : public QObject
 {
@@ -87,13 +17,7 @@ class TestMainWindow : public QObject
 
 private slots:
     void initTestCase() { initResources(); }
-
-    void init()
-    {
-        QDir folder(QCoreApplication::applicationDirPath());
-        for (const QString &file : folder.entryList({"VextralRemoteControl.ini*", "*.png*"}))
-            folder.remove(file);
-    }
+    void init() { removeSettingsAndMaps(); }
 
     void theWindowStandsOnItsSettings()
     {
@@ -361,115 +285,6 @@ private slots:
         window.box()->duringStatus = [tabs] { tabs->setCurrentIndex(3); };
         tabs->setCurrentIndex(1);
         QCOMPARE(window.sent(), QString("K0")); // the tab was left while the box was asked
-    }
-
-    void theSettingsDialogBorrowsTheEditors()
-    {
-        Window window;
-        auto *tabs = window.get<QTabWidget>("tabWidget");
-        window.press("Ctrl+F5");
-        auto *dialog = window.get<QDialog>("CSettingsDIalog");
-        QVERIFY(dialog->isModal() && dialog->isAncestorOf(tabs) && tabs->isVisible());
-
-        window.get<QRadioButton>("miniUiRadioButton")->setChecked(true);
-        window.get<QLineEdit>("stackNameLineEdit")->setText("Hill");
-        dialog->accept();
-        QVERIFY(window.map()->interfaceMode() != 1);
-        QCOMPARE(window.windowTitle(), QString("Vextral - Lumen Quad 4 1 Hill"));
-
-        window.get<QAction>("actionPreferences")->trigger();
-        window.get<QRadioButton>("extendedUIRadioButton")->setChecked(true);
-        dialog->reject();
-        QVERIFY(window.map()->interfaceMode() != 1);
-        QVERIFY(window.get<QWidget>("tabWidgetFrame")->isAncestorOf(tabs));
-    }
-
-    void anotherRelayBoxBringsItsConfiguration()
-    {
-        CSettings settings;
-        settings.names[0] = "Beam";
-        settings.save();
-        Window window;
-        // The box is heard once more while its change is still at work.
-        connect(&window, &QWidget::windowTitleChanged, window.box(),
-                [&window] { emit window.box()->onRelayBoxIdChanged(1, 2); });
-        emit window.box()->onRelayBoxIdChanged(1, 2);
-        QCOMPARE(window.box()->openedPorts.size(), 2);
-        QCOMPARE(window.box()->relayBoxId(), 2);
-        QCOMPARE(window.windowTitle(), QString("Vextral - Lumen Quad 4 2 2"));
-        QCOMPARE(window.antenna(0)->name(), QString("Beam"));
-        CSettings second;
-        second.names[0] = "Dipole";
-        second.rotorIds[0] = 1;
-        second.comPortName = "COM2";
-        second.save();
-
-        emit window.box()->onRelayBoxIdChanged(2, 1);
-        QCOMPARE(window.box()->shownName, QString("Beam"));
-        window.press("Ctrl+F5");
-        window.get<QLineEdit>("stackNameLineEdit")->setText("Hill");
-        emit window.box()->onRelayBoxIdChanged(1, 2);
-        QCOMPARE(window.box()->shownName, QString("Dipole"));
-        QCOMPARE(window.antenna(0)->rotorId(), 1);
-        QCOMPARE(window.box()->openedPorts.last(), QString("COM2"));
-        QCOMPARE(window.get<QLineEdit>("serialPortLineEdit")->text(), QString("COM2"));
-        window.get<QDialog>("CSettingsDIalog")->reject();
-        // What was typed for box 1 was saved before box 2 came.
-        emit window.box()->onRelayBoxIdChanged(2, 1);
-        QCOMPARE(CSettings().relayBoxName, QString("Hill"));
-    }
-
-    void theMapImageIsReplacedOnlyByOneThatCouldBeCopied()
-    {
-        const QString installed = QCoreApplication::applicationDirPath() + "/AzimuthalMap.png";
-        const QTemporaryDir folder;
-        const QString chosen = folder.filePath("mine.bmp");
-        QVERIFY(QImage(20, 10, QImage::Format_RGB32).save(chosen));
-        Window window;
-        const auto choose = [&window](const QString &file, QMessageBox::StandardButton answer) {
-            window.click("pushButton");
-            QTest::mouseClick(window.findChild<QMessageBox *>()->button(answer), Qt::LeftButton);
-            if (auto *dialog = window.findChild<QFileDialog *>()) {
-                emit dialog->fileSelected(file);
-                dialog->close();
-            }
-            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        };
-        choose(chosen, QMessageBox::No);
-        QVERIFY(!QFile::exists(installed));
-        choose(chosen, QMessageBox::Yes);
-        for (const QString &file : {folder.filePath("gone.png"), installed, folder.path()}) {
-            QCOMPARE(QImage(installed).size(), QSize(20, 10));
-            choose(file, QMessageBox::Yes);
-        }
-        QCOMPARE(QImage(installed).size(), QSize(20, 10));
-    }
-
-    void labelsAreEditedWhereTheModelAllows()
-    {
-        QVERIFY(!Window().get<QAction>("actionLabels")->isEnabled());
-        Window window([](Box &box) {
-            box.labelEditor = true;
-            box.radios = 1;
-        });
-        window.press("Ctrl+F6");
-        auto *dialog = window.get<QDialog>("CAntennaLabelEditorDialog");
-        QVERIFY(dialog);
-        const auto copies = dialog->findChildren<CAntennaButton *>(); // four antennas and the radio
-        auto *text = dialog->findChild<QPlainTextEdit *>();
-        text->setPlainText("nothing is selected");
-        for (int copy : {1, 4}) {
-            copies[copy]->click();
-            text->setPlainText(QString("Two\nlines %1").arg(copy));
-        }
-        QVERIFY(copies[4]->isChecked() && !copies[1]->isChecked());
-        dialog->accept();
-        const auto *panel = window.get<CVextralRemoteControlWidget>("remoteControlWidget");
-        QCOMPARE(panel->radioButtons().at(0)->text(), QString("Two\nlines 4"));
-        QCOMPARE(window.antenna(1)->name(), QString("Two\nlines 1"));
-        QCOMPARE(CSettings().names[0], QString("Antena1"));
-        QCOMPARE(CSettings().names[1], QString("Two\nlines 1"));
-        QCOMPARE(CSettings().radioNames[0], QString("Two\nlines 4"));
     }
 };
 

@@ -1,0 +1,132 @@
+#include "app/resources.h"
+#include "settings/settings.h"
+#include "support/scriptedwindow.h"
+#include "widgets/antennabutton.h"
+#include "widgets/vextralremotecontrolwidget.h"
+
+#include <QtTest>
+#include <QtWidgets>
+
+using Box = ScriptedBox;
+using Window = ScriptedWindow;
+
+class TestWindowDialogs : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { initResources(); }
+    void init() { removeSettingsAndMaps(); }
+
+    void theSettingsDialogBorrowsTheEditors()
+    {
+        Window window;
+        auto *tabs = window.get<QTabWidget>("tabWidget");
+        window.press("Ctrl+F5");
+        auto *dialog = window.get<QDialog>("CSettingsDIalog");
+        QVERIFY(dialog->isModal() && dialog->isAncestorOf(tabs) && tabs->isVisible());
+
+        window.get<QRadioButton>("miniUiRadioButton")->setChecked(true);
+        window.get<QLineEdit>("stackNameLineEdit")->setText("Hill");
+        dialog->accept();
+        QVERIFY(window.map()->interfaceMode() != 1);
+        QCOMPARE(window.windowTitle(), QString("Vextral - Lumen Quad 4 1 Hill"));
+
+        window.get<QAction>("actionPreferences")->trigger();
+        window.get<QRadioButton>("extendedUIRadioButton")->setChecked(true);
+        dialog->reject();
+        QVERIFY(window.map()->interfaceMode() != 1);
+        QVERIFY(window.get<QWidget>("tabWidgetFrame")->isAncestorOf(tabs));
+    }
+
+    void anotherRelayBoxBringsItsConfiguration()
+    {
+        CSettings settings;
+        settings.names[0] = "Beam";
+        settings.save();
+        Window window;
+        // The box is heard once more while its change is still at work.
+        connect(&window, &QWidget::windowTitleChanged, window.box(),
+                [&window] { emit window.box()->onRelayBoxIdChanged(1, 2); });
+        emit window.box()->onRelayBoxIdChanged(1, 2);
+        QCOMPARE(window.box()->openedPorts.size(), 2);
+        QCOMPARE(window.box()->relayBoxId(), 2);
+        QCOMPARE(window.windowTitle(), QString("Vextral - Lumen Quad 4 2 2"));
+        QCOMPARE(window.antenna(0)->name(), QString("Beam"));
+        CSettings second;
+        second.names[0] = "Dipole";
+        second.rotorIds[0] = 1;
+        second.comPortName = "COM2";
+        second.save();
+
+        emit window.box()->onRelayBoxIdChanged(2, 1);
+        QCOMPARE(window.box()->shownName, QString("Beam"));
+        window.press("Ctrl+F5");
+        window.get<QLineEdit>("stackNameLineEdit")->setText("Hill");
+        emit window.box()->onRelayBoxIdChanged(1, 2);
+        QCOMPARE(window.box()->shownName, QString("Dipole"));
+        QCOMPARE(window.antenna(0)->rotorId(), 1);
+        QCOMPARE(window.box()->openedPorts.last(), QString("COM2"));
+        QCOMPARE(window.get<QLineEdit>("serialPortLineEdit")->text(), QString("COM2"));
+        window.get<QDialog>("CSettingsDIalog")->reject();
+        // What was typed for box 1 was saved before box 2 came.
+        emit window.box()->onRelayBoxIdChanged(2, 1);
+        QCOMPARE(CSettings().relayBoxName, QString("Hill"));
+    }
+
+    void theMapImageIsReplacedOnlyByOneThatCouldBeCopied()
+    {
+        const QString installed = QCoreApplication::applicationDirPath() + "/AzimuthalMap.png";
+        const QTemporaryDir folder;
+        const QString chosen = folder.filePath("mine.bmp");
+        QVERIFY(QImage(20, 10, QImage::Format_RGB32).save(chosen));
+        Window window;
+        const auto choose = [&window](const QString &file, QMessageBox::StandardButton answer) {
+            window.click("pushButton");
+            QTest::mouseClick(window.findChild<QMessageBox *>()->button(answer), Qt::LeftButton);
+            if (auto *dialog = window.findChild<QFileDialog *>()) {
+                emit dialog->fileSelected(file);
+                dialog->close();
+            }
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        };
+        choose(chosen, QMessageBox::No);
+        QVERIFY(!QFile::exists(installed));
+        choose(chosen, QMessageBox::Yes);
+        for (const QString &file : {folder.filePath("gone.png"), installed, folder.path()}) {
+            QCOMPARE(QImage(installed).size(), QSize(20, 10));
+            choose(file, QMessageBox::Yes);
+        }
+        QCOMPARE(QImage(installed).size(), QSize(20, 10));
+    }
+
+    void labelsAreEditedWhereTheModelAllows()
+    {
+        QVERIFY(!Window().get<QAction>("actionLabels")->isEnabled());
+        Window window([](Box &box) {
+            box.labelEditor = true;
+            box.radios = 1;
+        });
+        window.press("Ctrl+F6");
+        auto *dialog = window.get<QDialog>("CAntennaLabelEditorDialog");
+        QVERIFY(dialog);
+        const auto copies = dialog->findChildren<CAntennaButton *>(); // four antennas and the radio
+        auto *text = dialog->findChild<QPlainTextEdit *>();
+        text->setPlainText("nothing is selected");
+        for (int copy : {1, 4}) {
+            copies[copy]->click();
+            text->setPlainText(QString("Two\nlines %1").arg(copy));
+        }
+        QVERIFY(copies[4]->isChecked() && !copies[1]->isChecked());
+        dialog->accept();
+        const auto *panel = window.get<CVextralRemoteControlWidget>("remoteControlWidget");
+        QCOMPARE(panel->radioButtons().at(0)->text(), QString("Two\nlines 4"));
+        QCOMPARE(window.antenna(1)->name(), QString("Two\nlines 1"));
+        QCOMPARE(CSettings().names[0], QString("Antena1"));
+        QCOMPARE(CSettings().names[1], QString("Two\nlines 1"));
+        QCOMPARE(CSettings().radioNames[0], QString("Two\nlines 4"));
+    }
+};
+
+QTEST_MAIN(TestWindowDialogs)
+#include "tst_windowdialogs.moc"
