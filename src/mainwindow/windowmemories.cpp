@@ -126,7 +126,7 @@ void CMainWindow::onMemoryValueChanged(int value)
     if (position < 0)
         return;
     // The antenna may be on its way to what the button held before.
-    if (m_recalled == m_memoryButtons[position])
+    if (m_recalled == m_memoryButtons[position] && value != m_recalledAzimuth)
         forgetRecall();
     CSettings settings;
     settings.memories[position] = QString::number(value);

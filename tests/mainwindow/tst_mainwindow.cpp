@@ -163,7 +163,11 @@ private slots:
         QCOMPARE(window.litMemories(), QString("memoButton10"));
         window.box()->rotateTo(77.0);
         QCOMPARE(window.litMemories(), QString());
-        emit window.get<CMemoryButton>("memoButton10")->onMemoryValueChanged(30);
+        auto *memory = window.get<CMemoryButton>("memoButton10");
+        emit memory->onMemoryValueChanged(200);
+        window.box()->rotateTo(200.0);
+        QCOMPARE(window.litMemories(), QString("memoButton10"));
+        emit memory->onMemoryValueChanged(30);
         window.box()->rotateTo(200.0);
         QCOMPARE(window.litMemories(), QString()); // it holds something else now
         window.antenna(0)->setAngle(45.0);
