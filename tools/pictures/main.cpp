@@ -262,12 +262,16 @@ Widget *childWhere(const QWidget *parent, Condition condition)
     return found == children.end() ? nullptr : *found;
 }
 
+CRotationDigitalDisplayWidget *panelDigits(const QWidget *panel)
+{
+    return childWhere<CRotationDigitalDisplayWidget>(
+        panel, [](const QWidget *display) { return display->isVisible(); });
+}
+
 bool drawDialling(const Rotator &rotator)
 {
     auto *panel = rotator.window->findChild<QWidget *>(QStringLiteral("remoteControlWidget"));
-    turnWheel(childWhere<CRotationDigitalDisplayWidget>(
-                  panel, [](const QWidget *display) { return display->isVisible(); }),
-              60);
+    turnWheel(panelDigits(panel), 60);
     const bool good = save(rotator.window.get(), QStringLiteral("rotator-target"));
 
     auto *stop = childWhere<CAntennaButton>(
@@ -295,7 +299,7 @@ bool drawMemoryEdit(const Rotator &rotator)
 
 bool drawNoReading(Rotator &rotator)
 {
-    const auto *display = CurrentObjects::controller()->remoteControlWidget()->digitalDisplay();
+    const auto *display = panelDigits(CurrentObjects::controller()->remoteControlWidget());
     rotator.line.setFault(LineFault::silence());
     const bool silent = waitFor("the digits are grey", [display] { return display->value() == 359; });
     return save(rotator.window.get(), QStringLiteral("rotator-no-reading")) && silent;
