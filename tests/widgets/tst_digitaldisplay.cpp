@@ -10,7 +10,7 @@
 
 namespace {
 
-struct Display : Recorded<CRotationDigitalDisplayWidget>
+struct Digits : Recorded<CRotationDigitalDisplayWidget>
 {
     void press(Qt::MouseButton button) { sendMouse(this, QEvent::MouseButtonPress, {5, 5}, button, button); }
     void release(Qt::MouseButton button)
@@ -33,7 +33,7 @@ class TestDigitalDisplay : public QObject
 private slots:
     void wheelSteps()
     {
-        Display display;
+        Digits display;
         for (const auto &[value, delta, stepped, steppedByTens] :
              {std::array{359, 120, 0, 0}, std::array{0, -120, 359, 350}, std::array{47, 120, 48, 50},
               std::array{47, -120, 46, 30}, std::array{5, -120, 4, 350}, std::array{7, 0, 8, 10}}) {
@@ -55,9 +55,9 @@ private slots:
 
     void aRunOfWheelStepsReportsASecondAfterTheLast()
     {
-        Display display;
+        Digits display;
         display.wheel(120);
-        QVERIFY(!QSignalSpy(&display, &Display::onRotationChanged).wait(600));
+        QVERIFY(!QSignalSpy(&display, &Digits::onRotationChanged).wait(600));
         display.setValue(200, false);
         display.wheel(120);
         QElapsedTimer time;
@@ -70,7 +70,7 @@ private slots:
 
     void aReleaseReportsAChangeAndEndsTheWheelRun()
     {
-        Display display;
+        Digits display;
         display.press(Qt::LeftButton);
         display.setValue(200, false);
         display.release(Qt::LeftButton);
@@ -85,7 +85,7 @@ private slots:
 
     void digitsShowTheState()
     {
-        Display display;
+        Digits display;
         display.resize(90, 45);
         const auto picture = [&] { return display.grab().toImage(); };
         const QImage north = picture();
