@@ -267,12 +267,13 @@ void CDeviceKT240M::onCCWAndCWButtonsUp()
 void CDeviceKT240M::onStopButtonPressed()
 {
     qDebug("CDeviceKT240M::onStopButtonPressed() - IN");
+    // Nothing may start after a STOP, also where the brake leaves what was pending, and where no poll has
+    // seen the rotor move yet.
+    m_scheduledTarget = unknownAngle;
+    m_ccwPending = false;
+    m_cwPending = false;
     if (m_rotating) {
         light(m_stopButton, true);
-        // Nothing may start after a STOP, also where the brake leaves what was pending.
-        m_scheduledTarget = unknownAngle;
-        m_ccwPending = false;
-        m_cwPending = false;
         QCoreApplication::processEvents();
         // A poll in there may have seen the rotor at rest.
         if (m_rotating)

@@ -69,6 +69,10 @@ private slots:
              "100; 105; CW -> M115 [CW]; 105 -> R [CW]; 110 [CW]; 110 -> R [CW]; 115 [CW]; "
              "STOP -> M125 [STOP]; 120 [STOP]; 120"},
 
+            {"STOP before a movement is seen forgets a waiting direction",
+             "100; 105; CW -> M115 [CW]; 105 -> R [CW]; STOP [CW]; 110 [CW]; 110"},
+            {"STOP before a movement is seen forgets a target", "100; dial 200 -> M200; STOP; 150; 150"},
+
             {"a reading that fails at rest sends nothing of what is kept",
              "100; 105; CW -> M115 [CW]; 105 -> R [CW]; dial 200 -> M200 [CW]; -1 [CW]; 105; -1; -1; 105"},
             {"a reading that fails in the middle of a turn",
