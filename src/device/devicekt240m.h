@@ -16,6 +16,7 @@ class CRotationDialWidget;
 ///     idle --go-to, CCW, CW--> (readings differ) --> rotating --(readings agree)--> idle
 ///       rotating, new target:       soft stop, the target is sent once the rotor rests
 ///       rotating, other direction:  soft stop, the direction is started once the rotor rests
+///       STOP, also at rest:         what waits is forgotten; while rotating, soft stop
 ///
 /// A target is kept until the rotor is found there, and sent again after every rotation that ended elsewhere.
 /// A failed reading makes a rotation too, but one that sends nothing when it ends. The panel's widgets belong
