@@ -2,7 +2,7 @@
 #include "app/resources.h"
 #include "device/vextralremotecontrol.h"
 #include "settings/settings.h"
-#include "widgets/vextralazimuthalwidget.h"
+#include "widgets/map/vextralazimuthalwidget.h"
 
 #include <QFile>
 #include <QPainter>

@@ -3,10 +3,10 @@
 #include "antenna/colorwidget.h"
 #include "antenna/spinbox.h"
 #include "antenna/vextralantennaui.h"
-#include "device/degrees.h"
+#include "compass/degrees.h"
 #include "device/vextralremotecontrol.h"
+#include "widgets/map/vextralazimuthalwidget.h"
 #include "widgets/rotorselectorwidget.h"
-#include "widgets/vextralazimuthalwidget.h"
 
 #include <QCheckBox>
 #include <QLatin1String>

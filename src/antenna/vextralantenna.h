@@ -1,7 +1,7 @@
 #pragma once
 
 #include "antenna/arrowpicture.h"
-#include "device/degrees.h"
+#include "compass/degrees.h"
 #include "device/devicestatus.h"
 
 #include <QColor>

@@ -3,12 +3,12 @@
 #include "antenna/colorwidget.h"
 #include "antenna/spinbox.h"
 #include "antenna/vextralantenna.h"
-#include "device/degrees.h"
+#include "compass/degrees.h"
 #include "device/vextralremotecontrol.h"
 #include "settings/settings.h"
 #include "ui_vextralantennaui.h"
+#include "widgets/map/vextralazimuthalwidget.h"
 #include "widgets/rotorselectorwidget.h"
-#include "widgets/vextralazimuthalwidget.h"
 
 #include <QKeyEvent>
 #include <QPainter>

@@ -2,13 +2,13 @@
 
 #include "antenna/vextralantenna.h"
 #include "antenna/vextralantennaui.h"
-#include "device/degrees.h"
+#include "compass/degrees.h"
 #include "settings/settings.h"
 #include "widgets/4sanchorlayout.h"
 #include "widgets/antennabutton.h"
+#include "widgets/map/vextralazimuthalwidget.h"
 #include "widgets/rotationdialwidget.h"
 #include "widgets/rotationdigitaldisplaywidget.h"
-#include "widgets/vextralazimuthalwidget.h"
 #include "widgets/vextralremotecontrolwidget.h"
 
 #include <QCoreApplication>

@@ -1,13 +1,13 @@
 #include "device/devicekt240m.h"
 
 #include "antenna/vextralantenna.h"
-#include "device/degrees.h"
+#include "compass/degrees.h"
 #include "device/rotationsteering.h"
 #include "widgets/antennabutton.h"
-#include "widgets/azimuthalanimation.h"
+#include "widgets/map/azimuthalanimation.h"
+#include "widgets/map/vextralazimuthalwidget.h"
 #include "widgets/rotationdialwidget.h"
 #include "widgets/rotationdigitaldisplaywidget.h"
-#include "widgets/vextralazimuthalwidget.h"
 
 #include <QThread>
 

@@ -1,6 +1,6 @@
 #include "device/protocol.h"
 
-#include "device/degrees.h"
+#include "compass/degrees.h"
 #include "device/devicestatus.h"
 
 namespace {

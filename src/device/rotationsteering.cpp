@@ -1,6 +1,6 @@
 #include "device/rotationsteering.h"
 
-#include "device/degrees.h"
+#include "compass/degrees.h"
 
 #include <cmath>
 

@@ -1,15 +1,15 @@
 #include "device/vextralremotecontrol.h"
 
 #include "antenna/vextralantenna.h"
+#include "compass/degrees.h"
 #include "device/commandlog.h"
-#include "device/degrees.h"
 #include "device/protocol.h"
 #include "widgets/antennabutton.h"
-#include "widgets/azimuthalanimation.h"
 #include "widgets/ledbutton.h"
+#include "widgets/map/azimuthalanimation.h"
+#include "widgets/map/vextralazimuthalwidget.h"
 #include "widgets/rotationdialwidget.h"
 #include "widgets/rotationdigitaldisplaywidget.h"
-#include "widgets/vextralazimuthalwidget.h"
 #include "widgets/vextralremotecontrolwidget.h"
 
 #include <QSignalBlocker>

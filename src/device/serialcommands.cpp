@@ -1,7 +1,7 @@
 #include "device/vextralremotecontrol.h"
 
+#include "compass/degrees.h"
 #include "device/commandlog.h"
-#include "device/degrees.h"
 #include "device/protocol.h"
 
 #include <QCoreApplication>

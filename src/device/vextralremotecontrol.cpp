@@ -5,9 +5,9 @@
 #include "settings/settings.h"
 #include "widgets/antennabutton.h"
 #include "widgets/ledbutton.h"
+#include "widgets/map/vextralazimuthalwidget.h"
 #include "widgets/rotationdialwidget.h"
 #include "widgets/rotationdigitaldisplaywidget.h"
-#include "widgets/vextralazimuthalwidget.h"
 #include "widgets/vextralremotecontrolwidget.h"
 
 #include <QSerialPort>

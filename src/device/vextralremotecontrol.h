@@ -1,6 +1,6 @@
 #pragma once
 
-#include "device/degrees.h"
+#include "compass/degrees.h"
 #include "device/devicestatus.h"
 #include "device/linestate.h"
 

@@ -2,10 +2,10 @@
 #include "ui_mainwindow.h"
 
 #include "antenna/vextralantenna.h"
-#include "device/degrees.h"
+#include "compass/degrees.h"
 #include "device/vextralremotecontrol.h"
-#include "widgets/azimuthalanimation.h"
-#include "widgets/vextralazimuthalwidget.h"
+#include "widgets/map/azimuthalanimation.h"
+#include "widgets/map/vextralazimuthalwidget.h"
 
 #include <QKeyEvent>
 

@@ -5,7 +5,7 @@
 #include "antenna/spinbox.h"
 #include "antenna/vextralantenna.h"
 #include "antenna/vextralantennaui.h"
-#include "device/degrees.h"
+#include "compass/degrees.h"
 #include "device/devicelumen4s.h"
 #include "device/vextralremotecontrol.h"
 #include "dialogs/settingsdialog.h"
@@ -14,9 +14,9 @@
 #include "widgets/antennabutton.h"
 #include "widgets/buttoncaption.h"
 #include "widgets/ledbutton.h"
+#include "widgets/map/vextralazimuthalwidget.h"
 #include "widgets/memorybutton.h"
 #include "widgets/rotorselectorwidget.h"
-#include "widgets/vextralazimuthalwidget.h"
 #include "widgets/vextralremotecontrolwidget.h"
 
 #include <QCheckBox>

@@ -10,10 +10,10 @@
 #include "settings/settings.h"
 #include "settings/wholefile.h"
 #include "widgets/antennabutton.h"
-#include "widgets/azimuthalmapimage.h"
 #include "widgets/buttoncaption.h"
+#include "widgets/map/azimuthalmapimage.h"
+#include "widgets/map/vextralazimuthalwidget.h"
 #include "widgets/memorybutton.h"
-#include "widgets/vextralazimuthalwidget.h"
 #include "widgets/vextralremotecontrolwidget.h"
 
 #include <QDir>

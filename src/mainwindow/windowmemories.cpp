@@ -2,11 +2,11 @@
 #include "ui_mainwindow.h"
 
 #include "antenna/vextralantenna.h"
-#include "device/degrees.h"
+#include "compass/degrees.h"
 #include "device/vextralremotecontrol.h"
 #include "settings/settings.h"
+#include "widgets/map/vextralazimuthalwidget.h"
 #include "widgets/memorybutton.h"
-#include "widgets/vextralazimuthalwidget.h"
 
 #include <QToolTip>
 

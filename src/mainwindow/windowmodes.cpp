@@ -3,7 +3,7 @@
 
 #include "device/vextralremotecontrol.h"
 #include "settings/settings.h"
-#include "widgets/vextralazimuthalwidget.h"
+#include "widgets/map/vextralazimuthalwidget.h"
 
 #include <QFile>
 #include <QLayout>

@@ -1,6 +1,6 @@
 #include "widgets/rotationdigitaldisplaywidget.h"
 
-#include "device/degrees.h"
+#include "compass/degrees.h"
 #include "widgets/mouseposition.h"
 
 #include <QFontDatabase>

@@ -4,9 +4,9 @@
 #include "antenna/vextralantennaui.h"
 #include "settings/settings.h"
 #include "support/scriptedcontroller.h"
+#include "widgets/map/vextralazimuthalwidget.h"
 #include "widgets/rotationdigitaldisplaywidget.h"
 #include "widgets/rotorselectorwidget.h"
-#include "widgets/vextralazimuthalwidget.h"
 
 #include <QtTest>
 #include <QtWidgets>

@@ -2,7 +2,7 @@
 #include "app/resources.h"
 #include "device/rotationsteering.h"
 #include "support/rotatorstation.h"
-#include "widgets/vextralazimuthalwidget.h"
+#include "widgets/map/vextralazimuthalwidget.h"
 
 #include <QSignalSpy>
 

@@ -3,9 +3,9 @@
 #include "support/scriptedcontroller.h"
 #include "widgets/antennabutton.h"
 #include "widgets/ledbutton.h"
+#include "widgets/map/vextralazimuthalwidget.h"
 #include "widgets/rotationdialwidget.h"
 #include "widgets/rotationdigitaldisplaywidget.h"
-#include "widgets/vextralazimuthalwidget.h"
 #include "widgets/vextralremotecontrolwidget.h"
 
 #include <QSignalSpy>

@@ -1,6 +1,6 @@
 #include "fuzzing.h"
 
-#include "widgets/azimuthalmapimage.h"
+#include "widgets/map/azimuthalmapimage.h"
 
 #include <QCoreApplication>
 #include <QFile>

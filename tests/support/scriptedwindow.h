@@ -4,7 +4,7 @@
 #include "mainwindow/currentobjects.h"
 #include "mainwindow/mainwindow.h"
 #include "support/scriptedcontroller.h"
-#include "widgets/vextralazimuthalwidget.h"
+#include "widgets/map/vextralazimuthalwidget.h"
 
 #include <QCoreApplication>
 #include <QDir>

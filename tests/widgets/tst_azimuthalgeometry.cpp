@@ -1,4 +1,4 @@
-#include "widgets/azimuthalgeometry.h"
+#include "widgets/map/azimuthalgeometry.h"
 
 #include <QtTest>
 

@@ -2,9 +2,9 @@
 #include "app/resources.h"
 #include "settings/settings.h"
 #include "support/scriptedcontroller.h"
+#include "widgets/map/vextralazimuthalwidget.h"
 #include "widgets/rotationdialwidget.h"
 #include "widgets/rotationdigitaldisplaywidget.h"
-#include "widgets/vextralazimuthalwidget.h"
 #include "widgets/vextralremotecontrolwidget.h"
 
 #include <QFile>

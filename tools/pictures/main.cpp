@@ -9,8 +9,8 @@
 #include "simbox/ptyline.h"
 #include "widgets/antennabutton.h"
 #include "widgets/ledbutton.h"
+#include "widgets/map/vextralazimuthalwidget.h"
 #include "widgets/rotationdigitaldisplaywidget.h"
-#include "widgets/vextralazimuthalwidget.h"
 #include "widgets/vextralremotecontrolwidget.h"
 
 #include <QApplication>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "widgets/azimuthalanimation.h"
+#include "widgets/map/azimuthalanimation.h"
 
 #include <QColor>
 #include <QImage>

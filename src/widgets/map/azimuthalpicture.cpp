@@ -1,6 +1,6 @@
-#include "widgets/azimuthalpicture.h"
+#include "widgets/map/azimuthalpicture.h"
 
-#include "widgets/azimuthalpainting.h"
+#include "widgets/map/azimuthalpainting.h"
 
 #include <QPainter>
 

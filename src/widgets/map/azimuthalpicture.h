@@ -1,8 +1,8 @@
 #pragma once
 
-#include "widgets/azimuthalmapimage.h"
-#include "widgets/azimuthalscene.h"
-#include "widgets/haloedtext.h"
+#include "widgets/map/azimuthalmapimage.h"
+#include "widgets/map/azimuthalscene.h"
+#include "widgets/map/haloedtext.h"
 
 #include <QPixmap>
 

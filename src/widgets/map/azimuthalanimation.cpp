@@ -1,6 +1,6 @@
-#include "widgets/azimuthalanimation.h"
+#include "widgets/map/azimuthalanimation.h"
 
-#include "device/degrees.h"
+#include "compass/degrees.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "widgets/azimuthalmapimage.h"
-#include "widgets/azimuthalscene.h"
+#include "widgets/map/azimuthalmapimage.h"
+#include "widgets/map/azimuthalscene.h"
 
 class HaloedText;
 class QPainter;

@@ -1,12 +1,12 @@
-#include "widgets/vextralazimuthalwidget.h"
+#include "widgets/map/vextralazimuthalwidget.h"
 
 #include "antenna/vextralantenna.h"
-#include "device/degrees.h"
+#include "compass/degrees.h"
 #include "device/vextralremotecontrol.h"
 #include "settings/settings.h"
-#include "widgets/azimuthalanimation.h"
-#include "widgets/azimuthalgeometry.h"
-#include "widgets/azimuthalpicture.h"
+#include "widgets/map/azimuthalanimation.h"
+#include "widgets/map/azimuthalgeometry.h"
+#include "widgets/map/azimuthalpicture.h"
 #include "widgets/rotationdigitaldisplaywidget.h"
 
 #include <QVariant>

@@ -1,6 +1,6 @@
-#include "widgets/azimuthalpainting.h"
+#include "widgets/map/azimuthalpainting.h"
 
-#include "widgets/haloedtext.h"
+#include "widgets/map/haloedtext.h"
 
 #include <QFontMetricsF>
 #include <QLinearGradient>

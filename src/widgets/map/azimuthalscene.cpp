@@ -1,4 +1,4 @@
-#include "widgets/azimuthalscene.h"
+#include "widgets/map/azimuthalscene.h"
 
 #include <tuple>
 

@@ -1,12 +1,12 @@
-#include "widgets/vextralazimuthalwidget.h"
+#include "widgets/map/vextralazimuthalwidget.h"
 
 #include "antenna/vextralantenna.h"
-#include "device/degrees.h"
+#include "compass/degrees.h"
 #include "device/vextralremotecontrol.h"
-#include "widgets/azimuthalgeometry.h"
-#include "widgets/azimuthalmapimage.h"
-#include "widgets/azimuthalpicture.h"
-#include "widgets/azimuthalscene.h"
+#include "widgets/map/azimuthalgeometry.h"
+#include "widgets/map/azimuthalmapimage.h"
+#include "widgets/map/azimuthalpicture.h"
+#include "widgets/map/azimuthalscene.h"
 #include "widgets/rotationdigitaldisplaywidget.h"
 
 #include <QPainter>

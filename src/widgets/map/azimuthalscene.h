@@ -1,6 +1,6 @@
 #pragma once
 
-#include "widgets/azimuthalgeometry.h"
+#include "widgets/map/azimuthalgeometry.h"
 
 #include <QColor>
 #include <QFont>

@@ -1,4 +1,4 @@
-#include "widgets/azimuthalmapimage.h"
+#include "widgets/map/azimuthalmapimage.h"
 
 #include <QCoreApplication>
 #include <QImageReader>

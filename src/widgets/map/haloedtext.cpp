@@ -1,6 +1,6 @@
-#include "widgets/haloedtext.h"
+#include "widgets/map/haloedtext.h"
 
-#include "widgets/azimuthalgeometry.h"
+#include "widgets/map/azimuthalgeometry.h"
 
 #include <QFontMetricsF>
 #include <QPainter>
