@@ -4,15 +4,12 @@
 #include "compass/degrees.h"
 #include "device/commandlog.h"
 #include "device/protocol.h"
-#include "widgets/antennabutton.h"
-#include "widgets/ledbutton.h"
 #include "widgets/map/azimuthalanimation.h"
 #include "widgets/map/vextralazimuthalwidget.h"
 #include "widgets/rotationdialwidget.h"
 #include "widgets/rotationdigitaldisplaywidget.h"
 #include "widgets/vextralremotecontrolwidget.h"
 
-#include <QSignalBlocker>
 #include <QThread>
 
 #include <cmath>
@@ -28,13 +25,6 @@ constexpr double jumpDegreesPerTick = 2.0;
 constexpr int afterFirstStatusMs = 100;
 constexpr int afterAntennaReadMs = 500;
 constexpr int afterRotorSwitchMs = 33;
-
-/// Entry of a status array for a button's position; the arrays are shorter than a list may be.
-template <std::size_t size>
-bool flagAt(const bool (&flags)[size], int index)
-{
-    return index >= 0 && index < static_cast<int>(size) && flags[index];
-}
 
 } // namespace
 
@@ -229,7 +219,7 @@ void CVextralRemoteControl::updateStatusDisplay(CDeviceStatus status)
     if (m_remoteControlWidget) {
         if (rotor >= 0)
             showSelectedRotor(rotor);
-        showLamps(status);
+        m_remoteControlWidget->showStatus(status);
     }
     for (CVextralAntenna *antenna : m_antennas)
         antenna->refreshEditor();
@@ -239,39 +229,9 @@ void CVextralRemoteControl::showSelectedRotor(int rotor)
 {
     const double angle = getCurrentAngle();
     const CVextralAntenna *current = m_map ? m_map->currentAntenna() : nullptr;
-    CRotationDigitalDisplayWidget *display = m_remoteControlWidget->digitalDisplay();
-    if (display && current && isKnownAngle(angle) && current->rotorId() == rotor) {
-        display->setValue(truncatedDegrees(angle), false);
-        display->update();
-    }
+    if (current && isKnownAngle(angle) && current->rotorId() == rotor)
+        m_remoteControlWidget->showAzimuth(angle);
     m_firstStatus = false;
-}
-
-void CVextralRemoteControl::showLamps(const CDeviceStatus &status)
-{
-    const QList<CAntennaButton *> antennaButtons = m_remoteControlWidget->antennaButtons();
-    const QList<CLedButton *> txButtons = m_remoteControlWidget->txButtons();
-    for (int i = 0; i < antennaButtons.size(); ++i) {
-        const bool receives = flagAt(status.antennaRx, i);
-        const bool transmits = flagAt(status.antennaTx, i);
-        antennaButtons[i]->setChecked(receives);
-        qDebug("ANTENA [%d] = > %d", i, receives);
-        if (i < txButtons.size())
-            txButtons[i]->setChecked(transmits);
-        antennaButtons[i]->setRedState(status.auxFlag);
-        if (status.auxFlag)
-            antennaButtons[i]->setChecked(transmits);
-    }
-
-    const QList<CAntennaButton *> radios = m_remoteControlWidget->radioButtons();
-    for (int i = 0; i < radios.size(); ++i) {
-        const QSignalBlocker blocker(radios[i]);
-        radios[i]->setChecked(flagAt(status.radio, i));
-    }
-    if (hasSendAndPower() && m_remoteControlWidget->sendIndicator())
-        m_remoteControlWidget->sendIndicator()->setChecked(status.modelFlags[0]);
-    if (hasSplit() && m_remoteControlWidget->splitIndicator())
-        m_remoteControlWidget->splitIndicator()->setChecked(status.modelFlags[1]);
 }
 
 void CVextralRemoteControl::noteAnswer(bool answered)
@@ -287,9 +247,8 @@ void CVextralRemoteControl::noteAnswer(bool answered)
 
 void CVextralRemoteControl::showPower(bool on)
 {
-    CLedButton *lamp = m_remoteControlWidget ? m_remoteControlWidget->powerIndicator() : nullptr;
-    if (lamp)
-        lamp->setChecked(on);
+    if (m_remoteControlWidget)
+        m_remoteControlWidget->showPower(on);
     showLineState();
 }
 

@@ -4,7 +4,6 @@
 #include "device/protocol.h"
 #include "settings/settings.h"
 #include "widgets/antennabutton.h"
-#include "widgets/ledbutton.h"
 #include "widgets/map/vextralazimuthalwidget.h"
 #include "widgets/rotationdialwidget.h"
 #include "widgets/rotationdigitaldisplaywidget.h"
@@ -160,19 +159,8 @@ LineState CVextralRemoteControl::lineState() const
 
 void CVextralRemoteControl::showLineState()
 {
-    if (!m_remoteControlWidget)
-        return;
-    // Where no lamp stands for the line the panel itself does.
-    QWidget *lamp = m_remoteControlWidget->powerIndicator();
-    if (!lamp)
-        lamp = m_remoteControlWidget;
-    LineState state = lineState();
-    lamp->setToolTip(describe(state));
-    // A screen reader need not hear each second of a silence, nor the same at each poll.
-    state.silentSeconds = 0;
-    const QString description = describe(state);
-    if (lamp->accessibleDescription() != description)
-        lamp->setAccessibleDescription(description);
+    if (m_remoteControlWidget)
+        m_remoteControlWidget->showLine(lineState());
 }
 
 // ---- What the operator does ----

@@ -162,7 +162,7 @@ public:
 
     /// What is known of the line now.
     LineState lineState() const;
-    /// Shows lineState() as the POWER lamp's tool tip, or as the panel's where the model has no such lamp.
+    /// Shows lineState() on the panel.
     void showLineState();
 
 signals:
@@ -225,7 +225,6 @@ private:
     bool followAntenna(CVextralAntenna *antenna, const CDeviceStatus &status);
     bool animateTowards(CVextralAntenna *antenna, double angle);
     void showSelectedRotor(int rotor);
-    void showLamps(const CDeviceStatus &status);
     void showPower(bool on);
 
     double m_currentAngle = unknownAngle;

@@ -1,5 +1,8 @@
 #include "widgets/vextralremotecontrolwidget.h"
 
+#include "compass/degrees.h"
+#include "device/devicestatus.h"
+#include "device/linestate.h"
 #include "device/vextralremotecontrol.h"
 #include "widgets/antennabutton.h"
 #include "widgets/ledbutton.h"
@@ -9,6 +12,7 @@
 #include <QHelpEvent>
 #include <QLabel>
 #include <QPixmap>
+#include <QSignalBlocker>
 #include <QToolTip>
 
 #include <algorithm>
@@ -95,6 +99,13 @@ CLedButton *createIndicator(const QString &text, const QString &spokenName, QWid
     return led;
 }
 
+/// Entry of a status array for a button's position; the arrays are shorter than a list may be.
+template <std::size_t size>
+bool flagAt(const bool (&flags)[size], int index)
+{
+    return index >= 0 && index < static_cast<int>(size) && flags[index];
+}
+
 } // namespace
 
 CVextralRemoteControlWidget::CVextralRemoteControlWidget(QWidget *parent)
@@ -173,6 +184,57 @@ void CVextralRemoteControlWidget::createLabels()
     }
     if (m_controller->hasTitleLabel())
         m_titleLabel = createLabel(titleSheet, this);
+}
+
+void CVextralRemoteControlWidget::showStatus(const CDeviceStatus &status)
+{
+    for (int i = 0; i < m_antennaButtons.size(); ++i) {
+        const bool receives = flagAt(status.antennaRx, i);
+        const bool transmits = flagAt(status.antennaTx, i);
+        m_antennaButtons[i]->setChecked(receives);
+        qDebug("ANTENA [%d] = > %d", i, receives);
+        if (i < m_txButtons.size())
+            m_txButtons[i]->setChecked(transmits);
+        m_antennaButtons[i]->setRedState(status.auxFlag);
+        if (status.auxFlag)
+            m_antennaButtons[i]->setChecked(transmits);
+    }
+    for (int i = 0; i < m_radioButtons.size(); ++i) {
+        const QSignalBlocker blocker(m_radioButtons[i]);
+        m_radioButtons[i]->setChecked(flagAt(status.radio, i));
+    }
+    if (m_sendIndicator)
+        m_sendIndicator->setChecked(status.modelFlags[0]);
+    if (m_splitIndicator)
+        m_splitIndicator->setChecked(status.modelFlags[1]);
+}
+
+void CVextralRemoteControlWidget::showPower(bool on)
+{
+    if (m_powerIndicator)
+        m_powerIndicator->setChecked(on);
+}
+
+void CVextralRemoteControlWidget::showLine(const LineState &state)
+{
+    QWidget *lamp = this;
+    if (m_powerIndicator)
+        lamp = m_powerIndicator;
+    lamp->setToolTip(describe(state));
+    // A screen reader need not hear each second of a silence, nor the same at each poll.
+    LineState described = state;
+    described.silentSeconds = 0;
+    const QString description = describe(described);
+    if (lamp->accessibleDescription() != description)
+        lamp->setAccessibleDescription(description);
+}
+
+void CVextralRemoteControlWidget::showAzimuth(double degrees)
+{
+    if (!m_digitalDisplay)
+        return;
+    m_digitalDisplay->setValue(truncatedDegrees(degrees), false);
+    m_digitalDisplay->update();
 }
 
 CVextralRemoteControl *CVextralRemoteControlWidget::controller() const

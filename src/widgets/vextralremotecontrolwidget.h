@@ -11,6 +11,8 @@ class CRotationDigitalDisplayWidget;
 class CVextralRemoteControl;
 class QHelpEvent;
 class QLabel;
+struct CDeviceStatus;
+struct LineState;
 
 /// The painted front panel of the controller box: antenna, transmit and radio buttons, indicators, logo and
 /// labels, as many as the bound controller's model has. The model lays them out, or the panel does when the
@@ -30,6 +32,17 @@ public:
     void bindController(CVextralRemoteControl *controller);
     /// Lays the elements out over the present size once more, e.g. after an antenna's name changed.
     void relayout();
+
+    /// Lights the buttons of antennas, transmit lines and radios, and the SEND and SPLIT indicators, as a
+    /// valid status reports them.
+    void showStatus(const CDeviceStatus &status);
+    /// Lights the POWER indicator, where the model has one.
+    void showPower(bool on);
+    /// Explains the line in the tool tip of the POWER indicator, or of the panel where the model has none.
+    void showLine(const LineState &state);
+    /// Shows an azimuth in degrees, without its fraction, in the digital display unless the operator is
+    /// changing the value there.
+    void showAzimuth(double degrees);
 
     CVextralRemoteControl *controller() const;
 
