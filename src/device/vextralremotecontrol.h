@@ -2,7 +2,7 @@
 
 #include "compass/degrees.h"
 #include "device/devicestatus.h"
-#include "device/linestate.h"
+#include "line/linestate.h"
 
 #include <QElapsedTimer>
 #include <QList>

@@ -1,4 +1,4 @@
-#include "device/linestate.h"
+#include "line/linestate.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -89,6 +89,15 @@ QString describe(const LineState &state)
         return describeSilence(state.portName, state.silentSeconds);
     case LineState::Kind::Lost:
         return text("%1 went away. It is opened again as soon as it is back.").arg(state.portName);
+    case LineState::Kind::Connecting:
+        return text("Connecting to %1.").arg(state.portName);
+    case LineState::Kind::Refused:
+        return text("%1 refuses the connection. It is tried again; check that the server runs there.")
+            .arg(state.portName);
+    case LineState::Kind::NameNotFound:
+        return text("No server of the name in %1 is found. It is tried again.").arg(state.portName);
+    case LineState::Kind::MalformedAddress:
+        return text("\"%1\" is no address of a server. Write it as tcp://host:port.").arg(state.portName);
     }
     return QString();
 }

@@ -4,7 +4,7 @@
 
 class QSerialPort;
 
-/// How the serial line stands, for telling the operator.
+/// How the line to the box stands, for telling the operator.
 struct LineState
 {
     enum class Kind {
@@ -16,12 +16,17 @@ struct LineState
         Listening,    ///< open, no answer yet
         Answering,    ///< the last poll was answered
         Silent,       ///< the box has answered before and does not now
-        Lost          ///< was open and went away; it is tried again
+        Lost,         ///< was open and went away; it is tried again
+        // Of a line over the network, each is tried again but for the malformed address:
+        Connecting,      ///< the name is looked up, or the server has not answered yet
+        Refused,         ///< nobody serves that port on the server
+        NameNotFound,    ///< no server has that name
+        MalformedAddress ///< the address cannot be understood
     };
 
     Kind kind = Kind::Closed;
     QString portName;
-    /// The system's own words for a port that did not open; may be empty.
+    /// The system's own words for a line that did not open; may be empty.
     QString detail;
     /// The group that may use the port, for NoPermission on systems that have groups; may be empty.
     QString group;
