@@ -1,6 +1,6 @@
 #include "simbox/boxorders.h"
 
-#include "simbox/ptyline.h"
+#include "simbox/boxline.h"
 
 #include <QStringList>
 
@@ -15,7 +15,7 @@ struct Order
     const char *name;
     const char *arguments;
     const char *meaning;
-    bool (*obey)(PtyLine &line, const Arguments &arguments); // false: the arguments make no sense
+    bool (*obey)(BoxLine &line, const Arguments &arguments); // false: the arguments make no sense
 };
 
 constexpr int MaxDelayMs = 60000;
@@ -49,7 +49,7 @@ std::optional<double> degrees(const Arguments &arguments)
     return value;
 }
 
-bool setPort(PtyLine &line, const Arguments &arguments, void (SimulatedBox::*set)(int, bool))
+bool setPort(BoxLine &line, const Arguments &arguments, void (SimulatedBox::*set)(int, bool))
 {
     const auto port = number(arguments, 1, SimulatedBox::PortCount);
     const auto on = onOff(arguments, 1);
@@ -59,7 +59,7 @@ bool setPort(PtyLine &line, const Arguments &arguments, void (SimulatedBox::*set
     return true;
 }
 
-bool setSwitch(PtyLine &line, const Arguments &arguments, void (*set)(SimulatedBox &, bool))
+bool setSwitch(BoxLine &line, const Arguments &arguments, void (*set)(SimulatedBox &, bool))
 {
     const auto on = onOff(arguments, 0);
     if (on)
@@ -67,7 +67,7 @@ bool setSwitch(PtyLine &line, const Arguments &arguments, void (*set)(SimulatedB
     return on.has_value();
 }
 
-bool setDegrees(PtyLine &line, const Arguments &arguments, void (SimulatedRotor::*set)(double))
+bool setDegrees(BoxLine &line, const Arguments &arguments, void (SimulatedRotor::*set)(double))
 {
     const auto value = degrees(arguments);
     if (value)
@@ -75,7 +75,7 @@ bool setDegrees(PtyLine &line, const Arguments &arguments, void (SimulatedRotor:
     return value.has_value();
 }
 
-bool setRelayBox(PtyLine &line, const Arguments &arguments)
+bool setRelayBox(BoxLine &line, const Arguments &arguments)
 {
     const auto id = number(arguments, 0, 15);
     if (id)
@@ -83,7 +83,7 @@ bool setRelayBox(PtyLine &line, const Arguments &arguments)
     return id.has_value();
 }
 
-bool mute(PtyLine &line, const Arguments &arguments)
+bool mute(BoxLine &line, const Arguments &arguments)
 {
     const auto on = onOff(arguments, 0);
     if (on)
@@ -91,7 +91,7 @@ bool mute(PtyLine &line, const Arguments &arguments)
     return on.has_value();
 }
 
-bool delay(PtyLine &line, const Arguments &arguments)
+bool delay(BoxLine &line, const Arguments &arguments)
 {
     const auto pause = number(arguments, 0, MaxDelayMs);
     if (pause)
@@ -99,7 +99,7 @@ bool delay(PtyLine &line, const Arguments &arguments)
     return pause.has_value();
 }
 
-bool noise(PtyLine &line, const Arguments &arguments)
+bool noise(BoxLine &line, const Arguments &arguments)
 {
     const auto bytes = number(arguments, 1, MaxNoiseBytes);
     if (bytes)
@@ -109,24 +109,24 @@ bool noise(PtyLine &line, const Arguments &arguments)
 
 const Order Orders[] = {
     {"rx", "1..4 on|off", "receive port",
-     [](PtyLine &line, const Arguments &a) { return setPort(line, a, &SimulatedBox::setReceivePort); }},
+     [](BoxLine &line, const Arguments &a) { return setPort(line, a, &SimulatedBox::setReceivePort); }},
     {"tx", "1..4 on|off", "transmit line",
-     [](PtyLine &line, const Arguments &a) { return setPort(line, a, &SimulatedBox::setTransmitLine); }},
+     [](BoxLine &line, const Arguments &a) { return setPort(line, a, &SimulatedBox::setTransmitLine); }},
     {"aux", "on|off", "aux flag: the antenna buttons turn red and show the transmit lines",
-     [](PtyLine &line, const Arguments &a) {
+     [](BoxLine &line, const Arguments &a) {
          return setSwitch(line, a, [](SimulatedBox &box, bool on) { box.setAux(on); });
      }},
     {"id", "0..15", "relay box id", setRelayBox},
     {"rotors", "on|off", "the stack switch carries a pair of rotors",
-     [](PtyLine &line, const Arguments &a) {
+     [](BoxLine &line, const Arguments &a) {
          return setSwitch(line, a, [](SimulatedBox &box, bool on) { box.setRotorPair(on); });
      }},
     {"angle", "DEG", "put the rotor there",
-     [](PtyLine &line, const Arguments &a) { return setDegrees(line, a, &SimulatedRotor::setPosition); }},
+     [](BoxLine &line, const Arguments &a) { return setDegrees(line, a, &SimulatedRotor::setPosition); }},
     {"wind", "DEG_PER_S", "drift of the resting rotor, 0 ends it",
-     [](PtyLine &line, const Arguments &a) { return setDegrees(line, a, &SimulatedRotor::setWind); }},
+     [](BoxLine &line, const Arguments &a) { return setDegrees(line, a, &SimulatedRotor::setWind); }},
     {"stick", "on|off", "the rotor is stuck",
-     [](PtyLine &line, const Arguments &a) {
+     [](BoxLine &line, const Arguments &a) {
          return setSwitch(line, a, [](SimulatedBox &box, bool on) {
              box.rotor(qMax(0, box.selectedRotor())).setStuck(on);
          });
@@ -135,17 +135,17 @@ const Order Orders[] = {
     {"delay", "MS", "every reply comes later, 0 ends it", delay},
     {"noise", "N", "N random bytes instead of the next reply", noise},
     {"error", "", "the error reply instead of the next one",
-     [](PtyLine &line, const Arguments &) {
+     [](BoxLine &line, const Arguments &) {
          line.setFault(LineFault::error(), 1);
          return true;
      }},
-    {"hangup", "", "the line goes away, as when the adapter is pulled out",
-     [](PtyLine &line, const Arguments &) {
+    {"hangup", "", "the line goes away, as when an adapter is pulled out or a server ends",
+     [](BoxLine &line, const Arguments &) {
          line.hangUp();
          return true;
      }},
     {"restore", "", "the line comes back under the same name",
-     [](PtyLine &line, const Arguments &) { return line.restore(); }},
+     [](BoxLine &line, const Arguments &) { return line.restore(); }},
 };
 
 QString helpLine(const QString &order, const char *meaning)
@@ -220,8 +220,8 @@ QString BoxOrders::obey(const QString &order)
 
 QString BoxOrders::status()
 {
-    QString text = m_line.isUp() ? QStringLiteral("Line up on %1\n").arg(m_line.slavePath())
-                                 : QStringLiteral("Line down\n");
+    QString text =
+        m_line.isUp() ? QStringLiteral("Line up on %1\n").arg(m_line.place()) : QStringLiteral("Line down\n");
     m_line.withBox([&text](SimulatedBox &box) {
         text += QStringLiteral("Relay box %1, receive ports: %2, transmit lines: %3, aux %4\n%5")
                     .arg(box.relayBoxId())

@@ -2,14 +2,14 @@
 
 #include <QString>
 
-class PtyLine;
+class BoxLine;
 
 /// Understands the orders that a person types to steer a simulated box: "rx 2 on", "delay 300", "hangup".
 class BoxOrders
 {
 public:
     /// The line must outlive this object; orders are obeyed in the thread that owns the line.
-    explicit BoxOrders(PtyLine &line) : m_line(line) {}
+    explicit BoxOrders(BoxLine &line) : m_line(line) {}
 
     /// Obeys one order and returns what to show for it: an outcome, or what was wrong. May span several
     /// lines.
@@ -20,6 +20,6 @@ public:
 private:
     QString status();
 
-    PtyLine &m_line;
+    BoxLine &m_line;
     bool m_wantsToQuit = false;
 };

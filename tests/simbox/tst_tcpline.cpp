@@ -1,0 +1,141 @@
+#include "simbox/tcpline.h"
+#include "simbox/traffictext.h"
+
+#include <QProcess>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QtTest>
+
+namespace {
+
+constexpr int patienceMs = 10000;
+
+/// A program at the other end.
+class Program : public QTcpSocket
+{
+public:
+    explicit Program(quint16 port) { connectToHost(QHostAddress::LocalHost, port); }
+
+    /// Waits for so many bytes, or with none for the end of the connection. "|" stands for the end.
+    QString hears(int count = 0)
+    {
+        QElapsedTimer time;
+        time.start();
+        while (time.elapsed() < patienceMs && state() != UnconnectedState
+               && (count == 0 || bytesAvailable() < count))
+            waitForReadyRead(100);
+        return trafficText(readAll()).remove("<CR><LF>") + (state() == UnconnectedState ? "|" : "");
+    }
+};
+
+} // namespace
+
+class TestTcpLine : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void anEndpointIsReadAsItIsMeant_data()
+    {
+        QTest::addColumn<QString>("address");
+        QTest::addColumn<int>("port");
+        const auto row = [](const char *text, const char *address = "", int port = -1) {
+            QTest::newRow(text) << address << port;
+        };
+        row("7000", "127.0.0.1", 7000);
+        row("0", "127.0.0.1", 0);
+        row("localhost:7000", "127.0.0.1", 7000);
+        row("0.0.0.0:65535", "0.0.0.0", 65535);
+        row("192.168.1.5:80", "192.168.1.5", 80);
+        row("[::1]:7000", "::1", 7000);
+        row("[::]:7000", "::", 7000);
+        for (const char *text : {"", ":", ":7000", "65536", "-1", "x", "7000x", "localhost:", "::1:7000",
+                                 "[127.0.0.1]:7000", "[::1]", "[::1:7000", "mast:7000", "1.2.3.4.5:7000"})
+            row(text);
+    }
+    void anEndpointIsReadAsItIsMeant()
+    {
+        const auto endpoint = TcpLine::parse(QTest::currentDataTag());
+        QTEST(endpoint ? endpoint->address.toString() : QString(), "address");
+        QTEST(endpoint ? endpoint->port : -1, "port");
+    }
+
+    void oneProgramAtATime()
+    {
+        TcpLine line;
+        QVERIFY(line.start());
+        Program first(line.port());
+        first.write("K1\r\nK0\r\n");
+        QCOMPARE(first.hears(7), QString("ST=<11><00>"));
+        Program second(line.port());
+        QCOMPARE(second.hears(), QString("The box is in use by another program.|"));
+
+        // What was meant for a program that has gone does not reach the next one, which may come at once.
+        line.setFault(LineFault::delayed(200), 1);
+        first.write("K0\r\nK");
+        QVERIFY(first.waitForBytesWritten(patienceMs) && line.waitForReceived(3, patienceMs));
+        first.abort();
+        Program third(line.port());
+        third.write("K2\r\nK0\r\n");
+        QCOMPARE(third.hears(7), QString("ST=<13><00>"));
+    }
+
+    void itComesBackAtItsPort()
+    {
+        TcpLine line;
+        QVERIFY(line.start());
+        const quint16 port = line.port();
+        for (bool byFault : {true, false}) {
+            Program program(port);
+            line.setFault(byFault ? LineFault::hangUp(3) : LineFault::none(), 1);
+            program.write("K0\r\n");
+            QCOMPARE(program.hears(3).left(3), QString("ST="));
+            if (!byFault)
+                line.hangUp();
+            QVERIFY(program.hears().endsWith('|') && line.waitUntilDown());
+            QVERIFY(!Program(port).waitForConnected(patienceMs));
+            QVERIFY(line.restore());
+            QCOMPARE(line.portName(), QString("tcp://localhost:%1").arg(port));
+        }
+        Program program(port);
+        program.write("K0\r\n");
+        QCOMPARE(program.hears(7), QString("ST=<10><00>"));
+    }
+
+    void theProgramServesAndObeys()
+    {
+        QProcess box;
+        box.start(SIMBOX, {"--listen", "0", "--model", "rotator"});
+        QString printed;
+        const auto waitForText = [&](const QRegularExpression &text) {
+            QRegularExpressionMatch match;
+            while (!(match = text.match(printed)).hasMatch() && box.waitForReadyRead(patienceMs))
+                printed += QString::fromUtf8(box.readAllStandardOutput());
+            return match;
+        };
+        const QString port =
+            waitForText(QRegularExpression("comPortName=\"tcp://localhost:(\\d+)\"")).captured(1);
+        QVERIFY2(!port.isEmpty(), qPrintable(printed));
+        box.write("angle 123\nerror\n");
+        QVERIFY(waitForText(QRegularExpression("Done: error")).hasMatch());
+        Program program(port.toUShort());
+        program.write("C\r\nC\r\n");
+        QCOMPARE(program.hears(12), QString("?>AZ=123"));
+        QVERIFY(waitForText(QRegularExpression("box says +AZ=123")).hasMatch());
+
+        QProcess other;
+        other.start(SIMBOX, {"--listen", port});
+        QVERIFY(other.waitForFinished(patienceMs));
+        QCOMPARE(other.exitCode(), 1);
+        QCOMPARE(
+            QString(other.readAllStandardError()).trimmed(),
+            QString("vextral-simbox: Port %1 is in use by another program. Choose another one.").arg(port));
+
+        box.write("quit\n");
+        QVERIFY(box.waitForFinished(patienceMs));
+        QCOMPARE(box.exitCode(), 0);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestTcpLine)
+#include "tst_tcpline.moc"
