@@ -1,21 +1,14 @@
 #include "antenna/vextralantenna.h"
 
-#include "antenna/colorwidget.h"
-#include "antenna/spinbox.h"
 #include "antenna/vextralantennaui.h"
 #include "compass/degrees.h"
 #include "device/vextralremotecontrol.h"
 #include "widgets/map/vextralazimuthalwidget.h"
-#include "widgets/rotorselectorwidget.h"
 
-#include <QCheckBox>
 #include <QLatin1String>
-#include <QSignalBlocker>
-#include <QSpinBox>
 
 namespace {
 
-constexpr int lastDegree = 359;
 const QLatin1String arrowPath(":images/arrow4.svg");
 
 } // namespace
@@ -96,39 +89,14 @@ CVextralAntennaUI *CVextralAntenna::editor() const
 void CVextralAntenna::setEditor(CVextralAntennaUI *editor)
 {
     m_editor = editor;
-    if (!editor)
-        return;
-
-    QSpinBox *angleBox = editor->angleSpinBox();
-    angleBox->setRange(0, lastDegree);
-    angleBox->setValue(truncatedDegrees(m_angle));
-    angleBox->setReadOnly(true);
-
-    CSpinBox *turnToBox = editor->turnToSpinBox();
-    {
-        const QSignalBlocker blocker(turnToBox);
-        turnToBox->setRange(0, lastDegree);
-        turnToBox->setValue(0);
-    }
-    {
-        const QSignalBlocker blocker(editor->colorWidget());
-        editor->colorWidget()->setColor(m_color);
-    }
-    editor->setAntenna(this);
+    if (editor)
+        editor->bind(this);
 }
 
 void CVextralAntenna::refreshEditor()
 {
-    if (!m_editor)
-        return;
-
-    if (isRotorConnected())
-        m_editor->enabledCheckBox()->setChecked(m_enabled);
-    {
-        const QSignalBlocker blocker(m_editor->rotorSelector());
-        m_editor->rotorSelector()->setCurrentIndex(m_rotorId);
-    }
-    m_editor->angleSpinBox()->setValue(truncatedDegrees(m_angle));
+    if (m_editor)
+        m_editor->refresh();
 }
 
 bool CVextralAntenna::isRotorConnected() const

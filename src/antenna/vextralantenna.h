@@ -70,9 +70,9 @@ public:
     CVextralAzimuthalWidget *map() const;
     void setMap(CVextralAzimuthalWidget *map);
     CVextralAntennaUI *editor() const;
-    /// Binds `editor` and fills it; null unbinds.
+    /// Binds `editor`, which shows the antenna then; null unbinds.
     void setEditor(CVextralAntennaUI *editor);
-    /// Shows the enabled flag, the rotor and the angle in the bound editor.
+    /// Lets the bound editor show what changes from poll to poll.
     void refreshEditor();
 
     /// Whether the antenna's rotor is one that its controller has.

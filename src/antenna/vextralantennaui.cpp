@@ -12,6 +12,7 @@
 
 #include <QKeyEvent>
 #include <QPainter>
+#include <QSignalBlocker>
 
 namespace {
 
@@ -59,7 +60,7 @@ void turnByRotor(CVextralAntenna *turned, int angle)
 } // namespace
 
 CVextralAntennaUI::CVextralAntennaUI(int rotorCount, QWidget *parent)
-    : QWidget(parent), m_parent(parent), m_ui(std::make_unique<Ui::Form>())
+    : QWidget(parent), m_ui(std::make_unique<Ui::Form>())
 {
     m_ui->setupUi(this);
     m_ui->rotorSelector->setCount(rotorCount);
@@ -67,19 +68,15 @@ CVextralAntennaUI::CVextralAntennaUI(int rotorCount, QWidget *parent)
 
     // Twice on purpose: each change runs the slot two times.
     const auto valueChanged = QOverload<int>::of(&QSpinBox::valueChanged);
-    connect(turnToSpinBox(), valueChanged, this, &CVextralAntennaUI::onTargetAngleValueChanged);
-    connect(turnToSpinBox(), valueChanged, this, &CVextralAntennaUI::onTargetAngleValueChanged);
-    connect(turnToSpinBox(), &CSpinBox::onConfirm, this, &CVextralAntennaUI::onTargetConfirm);
-    connect(colorWidget(), &CColorWidget::onColorChanged, this, &CVextralAntennaUI::onColorChanged);
-    connect(rotorSelector(), &CRotorSelectorWidget::onCurrentIndexChanged, this,
+    connect(m_ui->turnToSpinBox, valueChanged, this, &CVextralAntennaUI::onTargetAngleValueChanged);
+    connect(m_ui->turnToSpinBox, valueChanged, this, &CVextralAntennaUI::onTargetAngleValueChanged);
+    connect(m_ui->turnToSpinBox, &CSpinBox::onConfirm, this, &CVextralAntennaUI::onTargetConfirm);
+    connect(m_ui->colorWidget, &CColorWidget::onColorChanged, this, &CVextralAntennaUI::onColorChanged);
+    connect(m_ui->rotorSelector, &CRotorSelectorWidget::onCurrentIndexChanged, this,
             &CVextralAntennaUI::onRotorSelectorIndexChanged);
 }
 
-CVextralAntennaUI::~CVextralAntennaUI()
-{
-    if (m_antenna && m_antenna->editor() == this)
-        m_antenna->setEditor(nullptr);
-}
+CVextralAntennaUI::~CVextralAntennaUI() = default;
 
 CVextralAntenna *CVextralAntennaUI::antenna() const
 {
@@ -89,8 +86,7 @@ CVextralAntenna *CVextralAntennaUI::antenna() const
 void CVextralAntennaUI::setAntenna(CVextralAntenna *antenna)
 {
     m_antenna = antenna;
-    m_ui->nameEdit->setText(antenna ? antenna->name() : QString());
-    m_ui->nameEdit->setCursorPosition(0);
+    showName();
 }
 
 void CVextralAntennaUI::setRotorSelectorEnabled(bool enabled)
@@ -98,35 +94,66 @@ void CVextralAntennaUI::setRotorSelectorEnabled(bool enabled)
     m_ui->rotorSelector->setEnabled(enabled);
 }
 
-QSpinBox *CVextralAntennaUI::angleSpinBox() const
+// ---- Showing the antenna ----
+
+void CVextralAntennaUI::bind(CVextralAntenna *antenna)
 {
-    return m_ui->angleSpinBox;
+    m_ui->angleSpinBox->setValue(truncatedDegrees(antenna->angle()));
+    showTurnTo(0);
+    m_ui->colorWidget->setColor(antenna->color());
+    setAntenna(antenna);
+    explainTurnTo();
 }
 
-CSpinBox *CVextralAntennaUI::turnToSpinBox() const
+void CVextralAntennaUI::refresh()
 {
-    return m_ui->turnToSpinBox;
+    if (!m_antenna)
+        return;
+    if (m_antenna->isRotorConnected())
+        m_ui->enabledCheckBox->setChecked(m_antenna->isEnabled());
+    m_ui->rotorSelector->setCurrentIndex(m_antenna->rotorId());
+    m_ui->angleSpinBox->setValue(truncatedDegrees(m_antenna->angle()));
+    explainTurnTo();
 }
 
-CColorWidget *CVextralAntennaUI::colorWidget() const
+void CVextralAntennaUI::showSettings()
 {
-    return m_ui->colorWidget;
+    if (!m_antenna)
+        return;
+    refresh();
+    m_ui->enabledCheckBox->setChecked(m_antenna->isEnabled());
+    const int degrees = shownDegrees(m_antenna->angle());
+    m_ui->angleSpinBox->setValue(degrees);
+    showTurnTo(degrees);
+    m_ui->colorWidget->setColor(m_antenna->color());
+    showName();
 }
 
-QLineEdit *CVextralAntennaUI::nameEdit() const
+void CVextralAntennaUI::showName()
 {
-    return m_ui->nameEdit;
+    m_ui->nameEdit->setText(m_antenna ? m_antenna->name() : QString());
+    m_ui->nameEdit->setCursorPosition(0);
 }
 
-QCheckBox *CVextralAntennaUI::enabledCheckBox() const
+void CVextralAntennaUI::showTurnTo(int degrees)
 {
-    return m_ui->enabledCheckBox;
+    // Only the operator previews a direction.
+    const QSignalBlocker blocker(m_ui->turnToSpinBox);
+    m_ui->turnToSpinBox->setValue(degrees);
 }
 
-CRotorSelectorWidget *CVextralAntennaUI::rotorSelector() const
+void CVextralAntennaUI::explainTurnTo()
 {
-    return m_ui->rotorSelector;
+    const bool isRefused = m_antenna && m_antenna->isRotorConnected() && !m_antenna->isEnabled();
+    const QString toolTip =
+        isRefused ? tr("Return turns nothing: the antenna is not in use. Tick \"%1\" below to turn it.")
+                        .arg(m_ui->enabledCheckBox->text())
+                  : tr("Direction in degrees, Return turns the antenna to it");
+    if (m_ui->turnToSpinBox->toolTip() != toolTip)
+        m_ui->turnToSpinBox->setToolTip(toolTip);
 }
+
+// ---- What the operator does ----
 
 bool CVextralAntennaUI::eventFilter(QObject *watched, QEvent *event)
 {
@@ -257,6 +284,7 @@ void CVextralAntennaUI::on_enabledCheckBox_clicked(bool checked)
     if (!m_antenna)
         return;
     m_antenna->setEnabled(checked);
+    explainTurnTo();
     changeSettings(m_antenna, [checked](CSettings &settings, int i) { settings.enabled[i] = checked; });
     if (m_antenna->map())
         m_antenna->map()->refreshDisplays(false, true);

@@ -5,13 +5,7 @@
 
 #include <memory>
 
-class CColorWidget;
-class CRotorSelectorWidget;
-class CSpinBox;
 class CVextralAntenna;
-class QCheckBox;
-class QLineEdit;
-class QSpinBox;
 
 namespace Ui {
 class Form;
@@ -29,16 +23,17 @@ public:
     ~CVextralAntennaUI() override;
 
     CVextralAntenna *antenna() const;
-    /// Stores the antenna and shows its name; CVextralAntenna::setEditor() fills the rest and calls this.
+    /// Stores the antenna and shows its name; bind() shows the rest and calls this.
     void setAntenna(CVextralAntenna *antenna);
     void setRotorSelectorEnabled(bool enabled);
 
-    QSpinBox *angleSpinBox() const;
-    CSpinBox *turnToSpinBox() const;
-    CColorWidget *colorWidget() const;
-    QLineEdit *nameEdit() const;
-    QCheckBox *enabledCheckBox() const;
-    CRotorSelectorWidget *rotorSelector() const;
+    /// Takes the antenna and shows its angle, colour and name; "Turn to" starts at 0.
+    void bind(CVextralAntenna *antenna);
+    /// Shows the bound antenna's angle and rotor and, where a rotor turns it, whether it is in use. Runs at
+    /// each poll and leaves what is being typed alone.
+    void refresh();
+    /// Shows all of the bound antenna, after its settings were loaded.
+    void showSettings();
 
 signals:
     /// The operator gave the antenna another name; the antenna has it already.
@@ -59,10 +54,13 @@ private slots:
     void on_enabledCheckBox_clicked(bool checked);
 
 private:
+    void showName();
+    void showTurnTo(int degrees);
+    /// The tool tip of "Turn to": how to use it, or why it turns nothing.
+    void explainTurnTo();
     /// Moves the rotor choice among the rotors that the controller has, and "none".
     void stepRotor(int step);
 
-    QWidget *m_parent;
     QPointer<CVextralAntenna> m_antenna;
     std::unique_ptr<Ui::Form> m_ui;
 };

@@ -1,8 +1,6 @@
 #include "mainwindow/mainwindow.h"
 #include "ui_mainwindow.h"
 
-#include "antenna/colorwidget.h"
-#include "antenna/spinbox.h"
 #include "antenna/vextralantenna.h"
 #include "antenna/vextralantennaui.h"
 #include "compass/degrees.h"
@@ -16,14 +14,10 @@
 #include "widgets/ledbutton.h"
 #include "widgets/map/vextralazimuthalwidget.h"
 #include "widgets/memorybutton.h"
-#include "widgets/rotorselectorwidget.h"
 #include "widgets/vextralremotecontrolwidget.h"
 
-#include <QCheckBox>
 #include <QCloseEvent>
-#include <QLineEdit>
 #include <QSignalBlocker>
-#include <QSpinBox>
 
 // How the window stands and what it hands to whom. Shortcuts, memories, modes, held keys and dialogs have a
 // source each.
@@ -35,20 +29,6 @@ constexpr int keyboardInputIntervalMs = 30000;
 
 constexpr int iconSide = 128;
 constexpr double zoomStep = 0.2;
-
-template <typename Widget, typename Value>
-void showSilently(Widget *widget, void (Widget::*set)(Value), std::decay_t<Value> value)
-{
-    const QSignalBlocker blocker(widget);
-    (widget->*set)(value);
-}
-
-void showAngle(CVextralAntennaUI *editor, int degrees, int rotorId)
-{
-    showSilently(editor->angleSpinBox(), &QSpinBox::setValue, degrees);
-    showSilently<QSpinBox>(editor->turnToSpinBox(), &QSpinBox::setValue, degrees);
-    showSilently(editor->rotorSelector(), &CRotorSelectorWidget::setCurrentIndex, rotorId);
-}
 
 } // namespace
 
@@ -201,17 +181,9 @@ void CMainWindow::applyAntennaSettings(const CSettings &settings)
         antenna->setRotating(false);
         antenna->setName(settings.names[i]);
 
-        const int degrees = shownDegrees(settings.angles[i]);
-        m_ui->azimuthalWidget->showInDisplay(antenna, degrees);
-        CVextralAntennaUI *editor = antenna->editor();
-        if (!editor)
-            continue;
-        showSilently(editor->colorWidget(), &CColorWidget::setColor, settings.colors[i]);
-        if (!antenna->isRotorConnected())
-            showSilently<QAbstractButton>(editor->enabledCheckBox(), &QAbstractButton::setChecked,
-                                          settings.enabled[i]);
-        showAngle(editor, degrees, antenna->rotorId());
-        showSilently(editor->nameEdit(), &QLineEdit::setText, settings.names[i]);
+        m_ui->azimuthalWidget->showInDisplay(antenna, shownDegrees(settings.angles[i]));
+        if (CVextralAntennaUI *editor = antenna->editor())
+            editor->showSettings();
         m_ui->tabWidget->setTabText(i, QStringLiteral("A%1").arg(i + 1));
     }
 }

@@ -41,6 +41,18 @@ void retype(QWidget *field, const QString &text)
     QTest::keyClicks(field, text);
 }
 
+/// An editor's fields by their names in the form.
+struct Fields
+{
+    const QWidget *editor;
+    QSpinBox *angle = editor->findChild<QSpinBox *>("angleSpinBox");
+    CSpinBox *turnTo = editor->findChild<CSpinBox *>("turnToSpinBox");
+    CColorWidget *color = editor->findChild<CColorWidget *>("colorWidget");
+    QLineEdit *name = editor->findChild<QLineEdit *>("nameEdit");
+    QCheckBox *enabled = editor->findChild<QCheckBox *>("enabledCheckBox");
+    CRotorSelectorWidget *rotor = editor->findChild<CRotorSelectorWidget *>("rotorSelector");
+};
+
 } // namespace
 
 class TestAntennaEditor : public QObject
@@ -65,10 +77,10 @@ private slots:
         antenna->setAngle(123.7);
         antenna->setEditor(editor(2));
         antenna->refreshEditor();
-        QCOMPARE(editor(2)->angleSpinBox()->value(), 123);
-        QCOMPARE(editor(2)->colorWidget()->color(), QColor(Qt::green));
-        QCOMPARE(editor(2)->rotorSelector()->currentIndex(), 1);
-        QVERIFY(editor(2)->enabledCheckBox()->isChecked());
+        QCOMPARE(fields(2).angle->value(), 123);
+        QCOMPARE(fields(2).color->color(), QColor(Qt::green));
+        QCOMPARE(fields(2).rotor->currentIndex(), 1);
+        QVERIFY(fields(2).enabled->isChecked());
         QCOMPARE(saved(), QStringList());
         QCOMPARE(m_box->orders, QStringList());
     }
@@ -76,10 +88,10 @@ private slots:
     void steppingPast359WrapsAndIsPassedOnTwice()
     {
         open(1);
-        retype(editor(0)->turnToSpinBox(), "359");
+        retype(fields(0).turnTo, "359");
         QSignalSpy passedOn(m_map.get(), &CVextralAzimuthalWidget::onCurrentAntennaChanged);
-        QTest::keyClick(editor(0)->turnToSpinBox(), Qt::Key_Up);
-        QCOMPARE(editor(0)->turnToSpinBox()->value(), 0);
+        QTest::keyClick(fields(0).turnTo, Qt::Key_Up);
+        QCOMPARE(fields(0).turnTo->value(), 0);
         QCOMPARE(passedOn.count(), 2);
         QCOMPARE(m_box->antenna(0)->target(), 0.0);
         QVERIFY2(m_box->orders.isEmpty(), "stepping is no confirmation");
@@ -110,13 +122,16 @@ private slots:
         CVextralAntenna *antenna = m_box->antenna(1);
         antenna->setRotorId(rotorId);
         antenna->setEnabled(enabled);
-        retype(editor(1)->turnToSpinBox(), "90");
+        antenna->refreshEditor();
+        const bool refuses = rotorId == 0 && !enabled;
+        QCOMPARE(fields(1).turnTo->toolTip().contains("not in use"), refuses);
+        retype(fields(1).turnTo, "90");
         QCOMPARE(m_box->orders, QStringList());
         QCOMPARE(saved(), QStringList());
 
         // Somebody else's display has come to be the current one meanwhile.
         m_map->setCurrentAntenna(m_box->antenna(0));
-        QTest::keyClick(editor(1)->turnToSpinBox(), Qt::Key_Return);
+        QTest::keyClick(fields(1).turnTo, Qt::Key_Return);
         QTEST(m_box->orders, "orders");
         QTEST(antenna->angle(), "angle");
         QCOMPARE(saved(), antenna->angle() == 0.0 ? QStringList() : QStringList{"Angles2=90"});
@@ -129,7 +144,7 @@ private slots:
         open(2);
         m_tabs->setCurrentIndex(1);
         m_map->refreshDisplays(true, true);
-        CVextralAntennaUI *page = editor(1);
+        const Fields page = fields(1);
         CVextralAntenna *antenna = m_box->antenna(1);
         const CRotationDigitalDisplayWidget *display = m_map->displayOf(antenna);
         antenna->setAngle(123.7);
@@ -139,30 +154,31 @@ private slots:
         others.save();
         saved();
 
-        retype(page->nameEdit(), "Yagi & Co");
-        QTest::keyClick(page->nameEdit(), Qt::Key_Return);
+        retype(page.name, "Yagi & Co");
+        QTest::keyClick(page.name, Qt::Key_Return);
         QCOMPARE(saved(), QStringList{"Names2=Yagi & Co"});
         QVERIFY(!display->isEnabled() && !display->isFixed());
-        QTest::keyClick(page->enabledCheckBox(), Qt::Key_Space);
-        QVERIFY(display->isEnabled());
+        QVERIFY(page.turnTo->toolTip().contains("not in use"));
+        QTest::keyClick(page.enabled, Qt::Key_Space);
+        QVERIFY(display->isEnabled() && !page.turnTo->toolTip().contains("not in use"));
         QCOMPARE(saved(), QStringList{"Enabled2=true"});
-        page->rotorSelector()->setFocus();
-        QTest::keyClick(page->rotorSelector(), Qt::Key_Left);
+        page.rotor->setFocus();
+        QTest::keyClick(page.rotor, Qt::Key_Left);
         QCOMPARE(saved(), QStringList{"RotorID_2=0"});
-        QTest::mouseClick(page->rotorSelector(), Qt::LeftButton, Qt::NoModifier, {10, 10});
+        QTest::mouseClick(page.rotor, Qt::LeftButton, Qt::NoModifier, {10, 10});
         QVERIFY(display->isFixed());
         QCOMPARE(display->value(), 124);
         QCOMPARE(antenna->target(), 123.7);
         QCOMPARE(saved(), QStringList{"RotorID_2=-1"});
-        QTest::mouseClick(page->colorWidget(), Qt::LeftButton);
-        auto *dialog = page->colorWidget()->findChild<QColorDialog *>();
+        QTest::mouseClick(page.color, Qt::LeftButton);
+        auto *dialog = page.color->findChild<QColorDialog *>();
         dialog->setCurrentColor(Qt::green);
         QTest::keyClick(dialog, Qt::Key_Return);
         QCOMPARE(antenna->color(), QColor(Qt::green));
         QCOMPARE(saved(), QStringList{"Color_2=4278255360"});
 
         antenna->setIndex(10); // one more than the file has place for
-        QTest::keyClick(page->nameEdit(), Qt::Key_Return);
+        QTest::keyClick(page.name, Qt::Key_Return);
         QCOMPARE(saved(), QStringList());
         QCOMPARE(m_lines.size(), 77);
     }
@@ -171,7 +187,7 @@ private slots:
     {
         open(1);
         QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
-        QCoreApplication::sendEvent(editor(0)->nameEdit(), &press);
+        QCoreApplication::sendEvent(fields(0).name, &press);
         QVERIFY2(press.isAccepted(), "a dialog around the editor would take it for its OK");
     }
 
@@ -181,11 +197,11 @@ private slots:
         delete editor(1);
         m_box->antenna(1)->setAngle(45.0);
 
-        CVextralAntennaUI *page = editor(0);
+        const Fields page = fields(0);
         m_box.reset();
-        retype(page->turnToSpinBox(), "90");
-        QTest::keyClick(page->turnToSpinBox(), Qt::Key_Return);
-        QTest::keyClick(page->enabledCheckBox(), Qt::Key_Space);
+        retype(page.turnTo, "90");
+        QTest::keyClick(page.turnTo, Qt::Key_Return);
+        QTest::keyClick(page.enabled, Qt::Key_Space);
         QCOMPARE(CSettings().enabled[0], false);
     }
 
@@ -226,6 +242,7 @@ private:
     }
 
     CVextralAntennaUI *editor(int index) const { return m_box->antenna(index)->editor(); }
+    Fields fields(int index) const { return {editor(index)}; }
 
     std::unique_ptr<CVextralAzimuthalWidget> m_map;
     std::unique_ptr<RecordingBox> m_box;

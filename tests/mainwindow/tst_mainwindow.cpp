@@ -37,7 +37,7 @@ private slots:
         QCOMPARE(antenna->target(), 359.7);
         QVERIFY(antenna->isEnabled() && !antenna->isRotating());
         QCOMPARE(window.map()->displayOf(antenna)->value(), 0);
-        QCOMPARE(antenna->editor()->nameEdit()->text(), settings.names[1]);
+        QCOMPARE(antenna->editor()->findChild<QLineEdit *>("nameEdit")->text(), settings.names[1]);
         QCOMPARE(window.get<QPushButton>("memoButton3")->text(), QString("123"));
     }
 

@@ -67,7 +67,7 @@ private slots:
             QTest::keyClicks(edit, text);
             QTest::keyClick(edit, Qt::Key_Return);
         };
-        enter(station.controller()->antenna(1)->editor()->nameEdit(), "North/East");
+        enter(station.controller()->antenna(1)->editor()->findChild<QLineEdit *>("nameEdit"), "North/East");
         QVERIFY(dialog->isVisible());
         QCOMPARE(antennas[1]->text(), QString("North\nEast"));
         enter(station.get<QLineEdit>("stackNameLineEdit"), "Hill");
