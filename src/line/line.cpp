@@ -34,12 +34,13 @@ LineState Line::state() const
     return state;
 }
 
-void Line::begin()
+void Line::begin(bool silenceGoesOn)
 {
     static int openings = 0;
     m_opening = ++openings;
     setState(LineState::Kind::Listening);
-    m_sinceAnswer.start();
+    if (!silenceGoesOn || !m_sinceAnswer.isValid())
+        m_sinceAnswer.start();
 }
 
 void Line::setState(LineState state)

@@ -75,8 +75,9 @@ signals:
     void stateChanged(const LineState &state);
 
 protected:
-    /// To be called at each opening: gives it its number and starts to listen for an answer.
-    void begin();
+    /// To be called at each opening: gives it its number and starts to listen for an answer. Silence counts
+    /// from now on, unless it goes on through this opening.
+    void begin(bool silenceGoesOn = false);
     /// The line is in this state now; the port's name is filled in. Does not emit anything.
     void setState(LineState state);
     void setState(LineState::Kind kind);
