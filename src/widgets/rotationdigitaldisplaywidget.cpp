@@ -61,7 +61,7 @@ QSize CRotationDigitalDisplayWidget::minimumSizeHint() const
 
 void CRotationDigitalDisplayWidget::setValue(int value, bool force)
 {
-    if (m_editing && !force)
+    if (isEditing() && !force)
         return;
     const int folded = foldedDegrees(value);
     if (folded == m_value)
@@ -78,10 +78,33 @@ void CRotationDigitalDisplayWidget::setHighlighted(bool highlighted)
 
 void CRotationDigitalDisplayWidget::setEditing(bool editing)
 {
-    if (editing == m_editing)
+    if (editing == m_claimed)
         return;
-    m_editing = editing;
+    m_claimed = editing;
     update();
+}
+
+void CRotationDigitalDisplayWidget::giveUp()
+{
+    m_mouseMode = Idle;
+    m_wheelTimer.stop();
+    m_claimed = false;
+    update();
+}
+
+void CRotationDigitalDisplayWidget::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::EnabledChange && !isEnabled())
+        giveUp();
+}
+
+void CRotationDigitalDisplayWidget::hideEvent(QHideEvent *event)
+{
+    QWidget::hideEvent(event);
+    // A window that is minimised is only out of sight.
+    if (!event->spontaneous())
+        giveUp();
 }
 
 QRect CRotationDigitalDisplayWidget::digitRect(const QSize &size, int digit)
@@ -104,15 +127,16 @@ int CRotationDigitalDisplayWidget::steppedValue(int value, bool up, bool byTens)
 void CRotationDigitalDisplayWidget::mousePressEvent(QMouseEvent *event)
 {
     m_mouseMode = Idle;
+    setEditing(false); // a second button ends a hold, whose release reports nothing then
+    update();
     if (event->button() == Qt::LeftButton) {
         m_mouseMode = LeftHeld;
         m_startValue = m_value;
         m_pressPosition = mapToGlobal(mousePosition(event));
-        setEditing(true);
         emit onRotationStarted();
-        // What listens may ask the box, and the release may come meanwhile.
+        // What listens claims the display and may ask the box, and the release may come meanwhile.
         if (m_mouseMode != LeftHeld)
-            setEditing(m_wheelTimer.isActive());
+            setEditing(false);
     } else if (event->button() == Qt::MiddleButton) {
         m_mouseMode = MiddleHeld;
     }
@@ -133,6 +157,7 @@ void CRotationDigitalDisplayWidget::mouseReleaseEvent(QMouseEvent *)
     if (!endsHold)
         return;
     setEditing(false);
+    update();
     if (m_value == m_startValue)
         return;
     m_startValue = -1;
@@ -145,19 +170,23 @@ void CRotationDigitalDisplayWidget::wheelEvent(QWheelEvent *event)
     if (m_fixed)
         return;
     setValue(steppedValue(m_value, event->angleDelta().y() >= 0, m_mouseMode == MiddleHeld), true);
-    setEditing(true);
-    if (m_wheelTimer.isActive())
+    const bool isDialling = m_wheelTimer.isActive();
+    m_wheelTimer.start(wheelPauseMs);
+    update();
+    if (isDialling)
         emit onRotationChanging(m_value);
     else
         emit onRotationStarted();
-    update();
-    m_wheelTimer.start(wheelPauseMs);
+    // The second begins when the box has been asked, unless the operator was interrupted meanwhile.
+    if (m_wheelTimer.isActive())
+        m_wheelTimer.start(wheelPauseMs);
 }
 
 void CRotationDigitalDisplayWidget::onWheelTimerCheck()
 {
     m_wheelTimer.stop();
     setEditing(false);
+    update();
     emit onRotationChanged(m_value);
 }
 
@@ -179,7 +208,7 @@ CRotationDigitalDisplayWidget::Look CRotationDigitalDisplayWidget::look() const
     look.pixelRatio = devicePixelRatioF();
     look.digits = digits();
     look.color = digitColor();
-    look.withPoints = m_editing;
+    look.withPoints = isEditing();
     return look;
 }
 

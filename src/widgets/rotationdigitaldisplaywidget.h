@@ -10,9 +10,10 @@
 
 /// Shows an azimuth as three seven-segment digits, "000" to "359", and lets the operator dial it by wheel.
 ///
-///     idle --left press--> held --release--> idle, reporting a value that differs from the one at the press
-///     idle --wheel--> dialling, prolonged by every step --1 s without a step--> idle, reporting the value
+///     left press: held     release: no longer held; reports a value that differs from the one at the press
+///     wheel:      dialling, prolonged by every step     1 s without a step: reports the value
 ///
+/// It may be held and dialled at once; a release that reports ends the wheel run, too.
 /// Values are whole compass degrees. While the operator is changing one, unforced sets are ignored, so the
 /// polled angle never fights the operator. The middle button makes the wheel step in tens. Setting a value
 /// neither repaints nor emits.
@@ -30,8 +31,15 @@ public:
     /// Orange digits instead of grey ones.
     void setHighlighted(bool highlighted);
 
-    bool isEditing() const { return m_editing; }
+    /// Whether the operator is changing the value: by holding the display, by a wheel run, or elsewhere,
+    /// which has claimed the display then.
+    bool isEditing() const { return m_mouseMode == LeftHeld || m_wheelTimer.isActive() || m_claimed; }
+    /// Claims the display for a change that is made elsewhere, or gives it back. A hold and a wheel run go
+    /// on.
     void setEditing(bool editing);
+    /// Ends hold, wheel run and claim; nothing is reported any more. Does so itself when it is disabled or
+    /// hidden.
+    void giveUp();
 
     /// A fixed display ignores the wheel.
     bool isFixed() const { return m_fixed; }
@@ -58,6 +66,8 @@ protected:
     void mouseMoveEvent(QMouseEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
+    void changeEvent(QEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
 
 private slots:
     void onWheelTimerCheck();
@@ -92,7 +102,7 @@ private:
     int m_startValue = -1;
     int m_value = 0;
     bool m_highlighted = false;
-    bool m_editing = false;
+    bool m_claimed = false;
     QTimer m_wheelTimer;
     MouseMode m_mouseMode = Idle;
     QPoint m_pressPosition;

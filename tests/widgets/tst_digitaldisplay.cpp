@@ -7,6 +7,8 @@
 #include <QtTest>
 
 #include <array>
+#include <functional>
+#include <map>
 
 namespace {
 
@@ -81,6 +83,52 @@ private slots:
         display.release(Qt::LeftButton);
         display.wheel(120);
         QCOMPARE(display.log, (QStringList{"started", "started", "started", "changed 1", "started"}));
+    }
+
+    void editingEndsWithWhatBeganIt_data()
+    {
+        QTest::addColumn<QString>("actions");
+        QTest::addColumn<bool>("editing");
+        QTest::addColumn<QStringList>("log"); // until what runs has run out
+        QTest::newRow("hidden while held") << "press; hide" << false << QStringList{"started"};
+        QTest::newRow("disabled while held") << "press; disable" << false << QStringList{"started"};
+        QTest::newRow("hidden while dialled") << "wheel; hide" << false << QStringList{"started"};
+        QTest::newRow("disabled while dialled") << "wheel; disable" << false << QStringList{"started"};
+        QTest::newRow("a wheel run goes on after a click")
+            << "wheel; press; release; poll 7" << true << QStringList{"started", "started", "changed 1"};
+        QTest::newRow("a click ends what was claimed at its press")
+            << "press; claim; release; poll 7" << false << QStringList{"started"};
+        QTest::newRow("a second button ends a hold")
+            << "press; claim; second button; release; poll 7" << false << QStringList{"started"};
+        QTest::newRow("what is claimed stays until it is given back")
+            << "claim; poll 7" << true << QStringList();
+        QTest::newRow("given up") << "press; claim; wheel; give up" << false
+                                  << QStringList{"started", "started"};
+    }
+    void editingEndsWithWhatBeganIt()
+    {
+        Digits display;
+        display.show();
+        const std::map<QString, std::function<void()>> verbs = {
+            {"press", [&] { display.press(Qt::LeftButton); }},
+            {"second button", [&] { display.press(Qt::RightButton); }},
+            {"release", [&] { display.release(Qt::LeftButton); }},
+            {"wheel", [&] { display.wheel(120); }},
+            {"hide", [&] { display.hide(); }},
+            {"disable", [&] { display.setEnabled(false); }},
+            {"claim", [&] { display.setEditing(true); }},
+            {"poll 7", [&] { display.setValue(7, false); }},
+            {"give up", [&] { display.giveUp(); }}};
+        QFETCH(QString, actions);
+        for (const QString &action : actions.split("; "))
+            verbs.at(action)();
+        QTEST(display.isEditing(), "editing");
+        QFETCH(QStringList, log);
+        if (actions.contains("wheel")) {
+            QSignalSpy changed(&display, &Digits::onRotationChanged);
+            QCOMPARE(changed.wait(1300), log.last().startsWith("changed"));
+        }
+        QCOMPARE(display.log, log);
     }
 
     void digitsShowTheState()
