@@ -14,6 +14,8 @@
 #include <QPainter>
 #include <QSignalBlocker>
 
+#include <utility>
+
 namespace {
 
 constexpr int focusRingDistance = 2;
@@ -65,6 +67,7 @@ CVextralAntennaUI::CVextralAntennaUI(int rotorCount, QWidget *parent)
     m_ui->setupUi(this);
     m_ui->rotorSelector->setCount(rotorCount);
     m_ui->rotorSelector->installEventFilter(this);
+    m_ui->turnToSpinBox->installEventFilter(this);
 
     // Twice on purpose: each change runs the slot two times.
     const auto valueChanged = QOverload<int>::of(&QSpinBox::valueChanged);
@@ -161,6 +164,9 @@ bool CVextralAntennaUI::eventFilter(QObject *watched, QEvent *event)
     if (watched == m_ui->rotorSelector
         && (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut))
         update();
+    if (watched == m_ui->turnToSpinBox
+        && (event->type() == QEvent::FocusOut || event->type() == QEvent::Hide))
+        takePreviewBack();
     return QWidget::eventFilter(watched, event);
 }
 
@@ -222,11 +228,24 @@ void CVextralAntennaUI::onTargetAngleValueChanged(int value)
     if (!m_antenna || !m_antenna->map())
         return;
     m_antenna->map()->setCurrentAntenna(m_antenna);
+    if (!m_targetBeforePreview && m_antenna->isRotorConnected())
+        m_targetBeforePreview = m_antenna->target();
     m_antenna->map()->doChangeTargetAngleValue(value);
+}
+
+void CVextralAntennaUI::takePreviewBack()
+{
+    const std::optional<double> before = std::exchange(m_targetBeforePreview, std::nullopt);
+    // The antenna may have been given another target meanwhile.
+    if (!before || !m_antenna || !m_antenna->map() || m_antenna->target() != m_ui->turnToSpinBox->value())
+        return;
+    m_antenna->setTarget(*before);
+    m_antenna->map()->update();
 }
 
 void CVextralAntennaUI::onTargetConfirm()
 {
+    m_targetBeforePreview.reset();
     if (!m_antenna || !m_antenna->map())
         return;
     const int value = m_ui->turnToSpinBox->value();

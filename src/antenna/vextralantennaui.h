@@ -4,6 +4,7 @@
 #include <QWidget>
 
 #include <memory>
+#include <optional>
 
 class CVextralAntenna;
 
@@ -60,7 +61,12 @@ private:
     void explainTurnTo();
     /// Moves the rotor choice among the rotors that the controller has, and "none".
     void stepRotor(int step);
+    /// Degrees that were typed into "Turn to" and not confirmed: the antenna has its target from before
+    /// again.
+    void takePreviewBack();
 
     QPointer<CVextralAntenna> m_antenna;
     std::unique_ptr<Ui::Form> m_ui;
+    /// The antenna's target before degrees were typed, until they are confirmed.
+    std::optional<double> m_targetBeforePreview;
 };

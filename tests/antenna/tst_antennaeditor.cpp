@@ -139,6 +139,30 @@ private slots:
         QCOMPARE(m_map->currentAntenna(), antenna);
     }
 
+    void degreesThatAreNotConfirmedAreTakenBack()
+    {
+        open(2);
+        CVextralAntenna *antenna = m_box->antenna(0);
+        antenna->setEnabled(true);
+        antenna->setTarget(45.0);
+        const std::vector<std::pair<std::function<void()>, double>> rows = {
+            {[&] { fields(0).name->setFocus(); }, 45.0},
+            {[&] { m_tabs->setCurrentIndex(1); }, 45.0},
+            {[&] { QTest::keyClick(fields(0).turnTo, Qt::Key_Return); }, 90.0},
+            {[&] { antenna->setTarget(200.0); }, 200.0}}; // somebody else's
+        for (const auto &[leave, target] : rows) {
+            m_tabs->setCurrentIndex(0);
+            antenna->setTarget(45.0);
+            fields(0).turnTo->setFocus();
+            fields(0).turnTo->setValue(0);
+            retype(fields(0).turnTo, "90");
+            QCOMPARE(antenna->target(), 90.0);
+            leave();
+            fields(0).name->setFocus();
+            QCOMPARE(antenna->target(), target);
+        }
+    }
+
     void aChangeShowsInTheMapAndInOneLineOfTheFile()
     {
         open(2);
