@@ -12,6 +12,7 @@
 #include <QtTest>
 
 #include <functional>
+#include <set>
 #include <vector>
 
 using Angles = QList<double>;
@@ -210,6 +211,17 @@ private slots:
             QCOMPARE(isBlue(336, 180), !rotating); // north of the centre
             QCOMPARE(isBlue(396, 240), rotating);  // east of it
         }
+    }
+
+    void aTargetsLineLooksDashedWithItsHalo()
+    {
+        Station s;
+        s.antenna(1)->setTarget(90.0);
+        const QImage picture = s.picture();
+        std::set<QRgb> beside; // above the line, where the halo alone is
+        for (int x = 400; x < 430; ++x)
+            beside.insert(picture.pixel(x, 238));
+        QVERIFY(beside.size() > 1);
     }
 
     /// The picture is kept between paints, so each thing that it shows must replace it.

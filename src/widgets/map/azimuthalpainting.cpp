@@ -23,6 +23,10 @@ constexpr double wideTick = 2.0;
 constexpr double narrowTick = 1.0;
 
 constexpr double targetWidth = 1.5;
+// Of a dashed line: a dash with its square ends, and what is left of the gap, in line widths.
+constexpr double dashLength = 5.0;
+constexpr double gapLength = 1.0;
+constexpr double squareEnd = 0.5;
 constexpr int targetShade = 200;
 constexpr double targetEnd = -32.0;
 
@@ -57,10 +61,20 @@ void paintTicks(QPainter &painter, const std::vector<QLineF> &ticks, double widt
     painter.drawLines(ticks.data(), count);
 }
 
+/// Lies under each dash of a target's line, and leaves its gaps.
+QPen targetHaloPen()
+{
+    const double lineWidths = targetWidth / (targetWidth + haloWidth);
+    QPen pen(targetHalo, targetWidth + haloWidth, Qt::CustomDashLine, Qt::FlatCap);
+    pen.setDashPattern({dashLength * lineWidths, gapLength * lineWidths});
+    pen.setDashOffset(squareEnd * lineWidths);
+    return pen;
+}
+
 void paintTarget(QPainter &painter, const AzimuthalScene &scene, const AzimuthalScene::Antenna &antenna)
 {
     const QLineF line(scene.compass.centre, pointAtRing(scene.compass, antenna.target, targetEnd));
-    painter.setPen(QPen(targetHalo, targetWidth + haloWidth));
+    painter.setPen(targetHaloPen());
     painter.drawLine(line);
     painter.setPen(QPen(antenna.color.darker(targetShade), targetWidth, Qt::DashLine));
     painter.drawLine(line);
