@@ -105,7 +105,7 @@ void CMainWindow::onStartRotating(double angle)
     const CVextralAntenna *antenna = m_ui->azimuthalWidget->currentAntenna();
     const bool isRecalled = truncatedDegrees(angle) == m_recalledAzimuth;
     const bool isThere = antenna && truncatedDegrees(antenna->angle()) == m_recalledAzimuth;
-    light(isRecalled && !isThere ? m_recalled : nullptr);
+    light(isRecalled && !isThere && m_controller->isOpen() ? m_recalled : nullptr);
 }
 
 void CMainWindow::light(const QPushButton *approached)

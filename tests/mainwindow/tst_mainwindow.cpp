@@ -170,6 +170,11 @@ private slots:
         emit memory->onMemoryValueChanged(30);
         window.box()->rotateTo(200.0);
         QCOMPARE(window.litMemories(), QString()); // it holds something else now
+        window.click("memoButton10");
+        window.box()->lineOpen = false;
+        window.box()->rotateTo(200.0);
+        QCOMPARE(window.litMemories(), QString()); // nothing left the line
+        window.box()->lineOpen = true;
         window.antenna(0)->setAngle(45.0);
         window.click("memoButton1");
         QCOMPARE(window.litMemories(), QString()); // it is there already

@@ -33,7 +33,7 @@ public:
     int radioCount() override { return radios; }
     bool capabilityI() override { return labelEditor; }
     bool supportsAzimuthalMap() override { return mapSupport; }
-    bool isOpen() override { return true; }
+    bool isOpen() override { return lineOpen; }
     bool open(const QString &portName) override
     {
         openedPorts << portName;
@@ -70,6 +70,7 @@ public:
     int radios = 0;
     bool labelEditor = false;
     bool mapSupport = true;
+    bool lineOpen = true;
 
 private:
     template <typename T>
