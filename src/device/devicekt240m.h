@@ -96,7 +96,6 @@ private:
     void showAzimuth();
     void moveAntenna();
     bool isOperatorChoosing() const;
-    void animateAntenna(CVextralAntenna *antenna);
     bool runOut();
     bool brake();
     void startTurning(Direction direction);

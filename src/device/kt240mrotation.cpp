@@ -4,7 +4,6 @@
 #include "compass/degrees.h"
 #include "device/rotationsteering.h"
 #include "widgets/antennabutton.h"
-#include "widgets/map/azimuthalanimation.h"
 #include "widgets/map/vextralazimuthalwidget.h"
 #include "widgets/rotationdialwidget.h"
 #include "widgets/rotationdigitaldisplaywidget.h"
@@ -181,7 +180,8 @@ void CDeviceKT240M::moveAntenna()
     CVextralAzimuthalWidget *map = azimuthalWidget();
     if (m_rotating) {
         if (map)
-            animateAntenna(first);
+            map->animate(first, first->isRotating() ? first->angle() : m_polledAngle, m_polledAngle,
+                         monitorInterval());
         first->setAngle(m_polledAngle);
         first->setRotating(true);
     } else {
@@ -198,13 +198,6 @@ void CDeviceKT240M::moveAntenna()
 bool CDeviceKT240M::isOperatorChoosing() const
 {
     return m_digitalDisplay->isEditing() || (m_dial && m_dial->isPressed());
-}
-
-void CDeviceKT240M::animateAntenna(CVextralAntenna *antenna)
-{
-    CVextralAzimuthalWidget *map = azimuthalWidget();
-    map->setAnimationTicks(AzimuthalAnimation::ticksIn(monitorInterval()));
-    map->startAnimation(antenna, antenna->isRotating() ? antenna->angle() : m_polledAngle, m_polledAngle);
 }
 
 // ---- Turning and stopping ----

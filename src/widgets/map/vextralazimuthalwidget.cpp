@@ -35,7 +35,7 @@ CVextralAzimuthalWidget::CVextralAzimuthalWidget(QWidget *parent)
 {
     setFocusPolicy(Qt::StrongFocus);
     setAccessibleName(tr("Azimuthal map"));
-    connect(&m_animationTimer, &QTimer::timeout, this, &CVextralAzimuthalWidget::animate);
+    connect(&m_animationTimer, &QTimer::timeout, this, QOverload<>::of(&CVextralAzimuthalWidget::animate));
     updateDescription();
 }
 
@@ -337,6 +337,12 @@ void CVextralAzimuthalWidget::stopAnimation()
     m_animationStep = AzimuthalAnimation::restingStep;
     updateDescription();
     update();
+}
+
+void CVextralAzimuthalWidget::animate(CVextralAntenna *antenna, double from, double to, int periodMs)
+{
+    setAnimationTicks(AzimuthalAnimation::ticksIn(periodMs));
+    startAnimation(antenna, from, to);
 }
 
 void CVextralAzimuthalWidget::animate()

@@ -79,6 +79,8 @@ public:
     /// ticks. Null ends the animation.
     void startAnimation(CVextralAntenna *antenna, double from, double to);
     void stopAnimation();
+    /// Moves the antenna's arrow from `from` to `to` degrees over `periodMs`, the time until the next poll.
+    void animate(CVextralAntenna *antenna, double from, double to, int periodMs);
     /// Degrees per tick, negative for counter-clockwise.
     double animationStep() const { return m_animationStep; }
     bool isAnimating() const { return m_animationTimer.isActive(); }
