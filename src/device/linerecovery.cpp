@@ -60,6 +60,7 @@ void CVextralRemoteControl::loseLine(const QString &reason)
     m_port->close();
     m_lineState.kind = LineState::Kind::Lost;
     showPower(false);
+    lineWentAway();
 }
 
 void CVextralRemoteControl::recoverLine()

@@ -77,6 +77,7 @@ bool CVextralRemoteControl::close()
         delete m_port;
     }
     showLineState();
+    lineWentAway();
     return true;
 }
 

@@ -401,3 +401,5 @@ void CVextralRemoteControl::buildPanel(CVextralRemoteControlWidget *widget)
 {
     Q_UNUSED(widget)
 }
+
+void CVextralRemoteControl::lineWentAway() {}

@@ -130,6 +130,9 @@ public:
     virtual void applyInterfaceMode(int mode);
     virtual void decodeStatus(CDeviceStatus &status, quint8 a, quint8 b);
     virtual void buildPanel(CVextralRemoteControlWidget *widget);
+    /// The line was lost or closed: what was asked for over it does not count any more. It may be called
+    /// while a command is being sent.
+    virtual void lineWentAway();
 
     /// Shows the antennas on `map`, which is not owned.
     void setAzimuthalWiget(CVextralAzimuthalWidget *map);
