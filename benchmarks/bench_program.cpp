@@ -5,6 +5,7 @@
 #include "mainwindow/currentobjects.h"
 #include "mainwindow/mainwindow.h"
 #include "settings/settings.h"
+#include "settings/settingsfile.h"
 #include "simbox/ptyline.h"
 #include "widgets/vextralremotecontrolwidget.h"
 
@@ -81,7 +82,7 @@ void measureSettings()
     CSettings().save();
     const QString path = QCoreApplication::applicationDirPath() + QStringLiteral("/yardstick.ini");
     QFile::remove(path);
-    QFile::copy(CSettings::settingsFilePath(), path);
+    QFile::copy(SettingsFile::path(), path);
     const auto bare = [&path] {
         std::vector<QPair<QString, QVariant>> values;
         {

@@ -6,8 +6,8 @@
 #include "dialogs/antennalabeleditordialog.h"
 #include "dialogs/settingsdialog.h"
 #include "mainwindow/currentobjects.h"
-#include "settings/relayboxswap.h"
 #include "settings/settings.h"
+#include "settings/settingsfile.h"
 #include "settings/wholefile.h"
 #include "widgets/antennabutton.h"
 #include "widgets/buttoncaption.h"
@@ -171,7 +171,7 @@ void CMainWindow::onRotorRelayBoxIdChanged(int currentValue, int newValue)
 
     qDebug("CMainWindow::onRotorRelayBoxIdChanged() - O atual valor [%d] mudou para [%d]", currentValue,
            newValue);
-    const CSettings settings = swapRelayBoxSettings(currentValue, newValue);
+    const CSettings settings = SettingsFile::ofThisProgram().exchange(currentValue, newValue);
     // What is being typed belongs to the box that went.
     for (auto *editor : findChildren<CAntennaLabelEditorDialog *>())
         editor->reject();

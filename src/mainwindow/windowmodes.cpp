@@ -3,6 +3,7 @@
 
 #include "device/vextralremotecontrol.h"
 #include "settings/settings.h"
+#include "settings/settingsfile.h"
 #include "widgets/map/vextralazimuthalwidget.h"
 
 #include <QFile>
@@ -117,7 +118,7 @@ void CMainWindow::storeSize(const QSize &size)
     QSize *const sizes[] = {&settings.extendedSize, &settings.miniSize, &settings.superMiniSize};
     QSize *stored = sizes[m_interfaceMode];
     // The window opens in the size that is stored: its first picture does not wait for the disk.
-    if (*stored == size && QFile::exists(CSettings::settingsFilePath()))
+    if (*stored == size && QFile::exists(SettingsFile::path()))
         return;
     *stored = size;
     settings.save();

@@ -1,15 +1,9 @@
 #include "settings/settings.h"
 
-#include <QCoreApplication>
-#include <QDateTime>
-#include <QDir>
-#include <QFileInfo>
-#include <QLockFile>
-#include <QSaveFile>
+#include "settings/settingsfile.h"
+
 #include <QSettings>
 #include <QVariant>
-
-#include <optional>
 
 namespace {
 
@@ -30,57 +24,6 @@ constexpr char radioNamePrefix[] = "RadioNames";
 
 constexpr QRgb defaultColor = qRgb(0, 0, 255);
 constexpr int noRotor = -1;
-
-/// More than the file ever takes.
-constexpr int triedBytes = 64 * 1024;
-/// Far more than a save takes.
-constexpr int abandonedLockMs = 1000;
-
-/// What tells a changed file from an unchanged one; all alike for missing ones.
-struct FileState
-{
-    qint64 size = 0;
-    QDateTime changed;
-
-    bool operator!=(const FileState &other) const { return size != other.size || changed != other.changed; }
-};
-
-/// How this program saw the settings file last; nothing before its first load.
-std::optional<FileState> lastSeen;
-
-FileState stateOfFile()
-{
-    const QFileInfo file(CSettings::settingsFilePath());
-    return {file.size(), file.lastModified()};
-}
-
-/// A program that was killed in the middle of a save may leave a lock that does not say whose it is, and
-/// QSettings would wait half a minute for it.
-void removeAbandonedLock()
-{
-    const QString path = CSettings::settingsFilePath() + QLatin1String(".lock");
-    if (!QFileInfo::exists(path))
-        return;
-    QLockFile lock(path);
-    lock.setStaleLockTime(abandonedLockMs);
-    lock.tryLock(2 * abandonedLockMs);
-}
-
-/// Whether a new file can be written whole. QSettings does not notice when the disk takes only a part of it,
-/// and would put that in the place of the good file.
-bool canBeReplaced()
-{
-    const QFileInfo present(CSettings::settingsFilePath());
-    if (present.exists() && !present.isWritable())
-        return false;
-    QDir().mkpath(present.path());
-    QSaveFile trial(present.filePath() + QLatin1String(".trial"));
-    if (!trial.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
-        return false;
-    const bool fits = trial.write(QByteArray(triedBytes, ' ')) == triedBytes;
-    trial.cancelWriting();
-    return fits;
-}
 
 int defaultRotorId(int index)
 {
@@ -132,9 +75,20 @@ CSettings::CSettings()
 
 void CSettings::load()
 {
-    if (lastSeen && *lastSeen != stateOfFile())
-        qDebug("CSettings::load() - %s was changed by another program", qUtf8Printable(settingsFilePath()));
-    const QSettings file(settingsFilePath(), QSettings::IniFormat);
+    SettingsFile &file = SettingsFile::ofThisProgram();
+    if (file.isChangedByOthers())
+        qDebug("CSettings::load() - %s was changed by another program", qUtf8Printable(SettingsFile::path()));
+    file.load([this](const QSettings &values) { read(values); });
+}
+
+void CSettings::save() const
+{
+    if (!SettingsFile::ofThisProgram().save([this](QSettings &values) { write(values); }))
+        qDebug("CSettings::save() - %s could not be written", qUtf8Printable(SettingsFile::path()));
+}
+
+void CSettings::read(const QSettings &file)
+{
     comPortName = file.value(comPortNameKey, QStringLiteral("COM1")).toString();
     interfaceMode = file.value(interfaceModeKey, QStringLiteral("extended")).toString();
     relayBoxId = file.value(relayBoxIdKey, 1).toInt();
@@ -154,21 +108,11 @@ void CSettings::load()
     extendedSize = file.value(extendedSizeKey, defaultExtendedSize).toSize();
     miniSize = file.value(miniSizeKey, defaultMiniSize).toSize();
     superMiniSize = file.value(superMiniSizeKey, defaultSuperMiniSize).toSize();
-    rememberFile();
 }
 
-void CSettings::save() const
+/// In the order that a text editor shows.
+void CSettings::write(QSettings &file) const
 {
-    removeAbandonedLock();
-    if (!canBeReplaced() || !writeFile())
-        qDebug("CSettings::save() - %s could not be written", qUtf8Printable(settingsFilePath()));
-    rememberFile();
-}
-
-bool CSettings::writeFile() const
-{
-    // Where QSettings remembers an order, a fresh file shows this one.
-    QSettings file(settingsFilePath(), QSettings::IniFormat);
     file.setValue(comPortNameKey, comPortName);
     file.setValue(interfaceModeKey, interfaceMode);
     file.setValue(relayBoxIdKey, relayBoxId);
@@ -183,13 +127,6 @@ bool CSettings::writeFile() const
     file.setValue(extendedSizeKey, extendedSize);
     file.setValue(miniSizeKey, miniSize);
     file.setValue(superMiniSizeKey, superMiniSize);
-    file.sync();
-    return file.status() != QSettings::AccessError;
-}
-
-void CSettings::rememberFile()
-{
-    lastSeen = stateOfFile();
 }
 
 void CSettings::storeAngle(int antennaIndex, double degrees)
@@ -199,14 +136,4 @@ void CSettings::storeAngle(int antennaIndex, double degrees)
     CSettings settings;
     settings.angles[std::size_t(antennaIndex)] = degrees;
     settings.save();
-}
-
-QString CSettings::settingsFilePath()
-{
-    return QCoreApplication::applicationDirPath() + QStringLiteral("/VextralRemoteControl.ini");
-}
-
-QString CSettings::relayBoxFilePath(int relayBoxId)
-{
-    return settingsFilePath() + QLatin1Char('.') + QString::number(relayBoxId);
 }

@@ -6,12 +6,12 @@
 
 #include <array>
 
+class QSettings;
+
 /// The whole configuration, as a plain record. Constructing one loads the settings file beside the
 /// executable; whoever changes fields calls save() at once. Nothing is kept between loads, so the file is
-/// what all users share.
-///
-/// The file is replaced as a whole, never written in place. Several copies of the program may share it: of
-/// two changes in one moment the later one wins, and a change by another copy is told in the log.
+/// what all users share, other copies of the program included: of two changes in one moment the later one
+/// wins, and a change by another copy is told in the log.
 ///
 /// Element i of colors, enabled, rotorIds, angles and names belongs to antenna i.
 class CSettings
@@ -27,16 +27,10 @@ public:
     void load();
     /// Writes every key. A file that cannot be written whole stays as it was, which is told in the log.
     void save() const;
-    /// For whoever replaces the file otherwise, so that the next load does not take it for a foreign change.
-    static void rememberFile();
 
     /// Load-modify-save of one antenna's direction, in degrees. An antenna that the file has no place for is
     /// left out.
     static void storeAngle(int antennaIndex, double degrees);
-
-    static QString settingsFilePath();
-    /// Where the configuration of a relay box is kept while another box is connected.
-    static QString relayBoxFilePath(int relayBoxId);
 
     qint32 relayBoxId = 0;
     /// The window's size in each interface mode, in pixels.
@@ -63,5 +57,6 @@ public:
     Elements<QString> radioNames;
 
 private:
-    bool writeFile() const;
+    void read(const QSettings &file);
+    void write(QSettings &file) const;
 };

@@ -3,6 +3,7 @@
 #include "antenna/vextralantenna.h"
 #include "antenna/vextralantennaui.h"
 #include "settings/settings.h"
+#include "settings/settingsfile.h"
 #include "support/scriptedcontroller.h"
 #include "widgets/map/vextralazimuthalwidget.h"
 #include "widgets/rotationdigitaldisplaywidget.h"
@@ -233,7 +234,7 @@ private:
     /// A box with four antennas, their map, and an editor in a tab for each; the first tab is shown.
     void open(int rotors)
     {
-        QFile::remove(CSettings::settingsFilePath());
+        QFile::remove(SettingsFile::path());
         CSettings().save();
         m_map = std::make_unique<CVextralAzimuthalWidget>();
         m_box = std::make_unique<RecordingBox>(rotors);
@@ -255,7 +256,7 @@ private:
     /// The lines of the file that were not there at the last call.
     QStringList saved()
     {
-        const QSettings file(CSettings::settingsFilePath(), QSettings::IniFormat);
+        const QSettings file(SettingsFile::path(), QSettings::IniFormat);
         QStringList lines;
         for (const QString &key : file.allKeys())
             lines << key + '=' + file.value(key).toString();

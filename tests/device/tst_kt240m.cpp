@@ -1,6 +1,7 @@
 #include "antenna/vextralantenna.h"
 #include "app/resources.h"
 #include "device/rotationsteering.h"
+#include "settings/settingsfile.h"
 #include "support/rotatorstation.h"
 #include "widgets/map/vextralazimuthalwidget.h"
 
@@ -167,7 +168,7 @@ private slots:
         QCOMPARE(rotator.antenna(0)->rotorId(), 0);
         rotator.applyRotorAssignment(&settings);
         const auto saved = CSettings().rotorIds;
-        QFile::remove(CSettings::settingsFilePath());
+        QFile::remove(SettingsFile::path());
         QCOMPARE(std::vector<int>(saved.begin(), saved.begin() + 5), (std::vector<int>{0, 0, 0, 0, 1}));
     }
 };

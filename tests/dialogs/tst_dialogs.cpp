@@ -1,6 +1,7 @@
 #include "dialogs/serialportselectiondialog.h"
 #include "dialogs/settingsdialog.h"
 #include "settings/settings.h"
+#include "settings/settingsfile.h"
 
 #include <QtTest>
 #include <QtWidgets>
@@ -32,7 +33,7 @@ class TestDialogs : public QObject
 private slots:
     void init()
     {
-        QFile::remove(CSettings::settingsFilePath());
+        QFile::remove(SettingsFile::path());
         m_window = std::make_unique<QWidget>();
         m_dialog = new CSettingsDIalog(m_window.get());
         m_window->show();

@@ -1,5 +1,5 @@
-#include "settings/relayboxswap.h"
 #include "settings/settings.h"
+#include "settings/settingsfile.h"
 #include "support/faultydisk.h"
 
 #include <QCoreApplication>
@@ -49,7 +49,7 @@ void obeyOrders()
         if (words[0] == "save")
             save(words[1]);
         else if (words[0] == "swap")
-            swapRelayBoxSettings(words[1].toInt(), words[2].toInt());
+            SettingsFile::ofThisProgram().exchange(words[1].toInt(), words[2].toInt());
         else if (words[0] == "load")
             std::puts(qPrintable(CSettings().names[0]));
         else if (words[0] == "fill")
@@ -148,13 +148,23 @@ private slots:
                 Program program(folder());
                 const QString box = program.say("load").left(1);
                 QCOMPARE(program.say("save " + box), QString());
-                program.ask(orders.arg(box).arg(3 - box.toInt()).repeated(100));
+                const QString other = QString::number(3 - box.toInt());
+                program.ask(QString(orders).replace("%1", box).replace("%2", other).repeated(100));
                 usleep(random() % 3000);
             }
             const QString texts = textOf(file()) + "; " + textOf(file(".1")) + "; " + textOf(file(".2"));
             QVERIFY2(texts.contains(QRegularExpression("^[12]\\+?; 1\\+?; 2\\+?$")), qPrintable(texts));
         }
         qInfo("%d kills left %d files behind", kills, int(QDir(folder()).entryList(QDir::Files).size()));
+    }
+
+    void whatAKilledProgramLeftIsRemovedLater()
+    {
+        QFile left(file(".draft1"));
+        QVERIFY(left.open(QIODevice::WriteOnly));
+        QVERIFY(left.setFileTime(QDateTime::currentDateTime().addSecs(-60), QFile::FileModificationTime));
+        Program(folder()).say("save 1");
+        QCOMPARE(QDir(folder()).entryList({"*ini*"}, QDir::Files), QStringList("VextralRemoteControl.ini"));
     }
 
     void aSaveInTroubleIsToldAndTheNextOneWrites_data()
@@ -196,7 +206,7 @@ private slots:
             program.say(order);
         QCOMPARE(
             program.say("swap 1 2"),
-            QString("swapRelayBoxSettings() - the settings could not be exchanged, those of box 1 stay"));
+            QString("SettingsFile::exchange() - the settings could not be exchanged, those of box 1 stay"));
         program.say("empty");
         program.say("swap 2 1");
         QCOMPARE(textOf(file()), QString("1"));

@@ -1,6 +1,7 @@
 #include "fuzzing.h"
 
 #include "settings/settings.h"
+#include "settings/settingsfile.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -35,7 +36,7 @@ QByteArray settingsFile(const QByteArray &input)
 void writeSettingsFile(const QByteArray &bytes)
 {
     static qint64 age = 1'000'000'000;
-    QFile file(CSettings::settingsFilePath());
+    QFile file(SettingsFile::path());
     require(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush(),
             "the settings file can be written");
     require(file.setFileTime(QDateTime::fromSecsSinceEpoch(++age), QFileDevice::FileModificationTime),

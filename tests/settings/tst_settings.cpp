@@ -1,5 +1,5 @@
-#include "settings/relayboxswap.h"
 #include "settings/settings.h"
+#include "settings/settingsfile.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -59,7 +59,7 @@ private slots:
                 expected << QString(line).arg(n);
             expected << QString("RotorID_%1=%2").arg(n).arg(n <= 2 ? n - 1 : -1);
         }
-        QFile file(CSettings::settingsFilePath());
+        QFile file(SettingsFile::path());
         QVERIFY(file.open(QIODevice::ReadOnly));
         QStringList lines = QString(file.readAll()).split('\n', Qt::SkipEmptyParts);
         QCOMPARE(lines.size() - 1, 77);
@@ -85,7 +85,7 @@ private slots:
 
     void valuesThatDoNotConvertBecomeZeroOfTheirKind()
     {
-        write(CSettings::settingsFilePath(),
+        write(SettingsFile::path(),
               "[General]\nrelayBoxId=seven\nColor_1=-5\nEnabled1=no\nEnabled2=0\nAngles1=north\n"
               "RotorID_1=first\nNames1=A, B\nextendedSize=441x473\n");
         const CSettings settings;
@@ -104,7 +104,7 @@ private slots:
              {QByteArray(4096, '\0'), QByteArray("[General]\nAngles1=0\nNames10=Beam\nNames2"),
               QByteArray("[General\ncomPortName"), QByteArray()}) {
             init();
-            write(CSettings::settingsFilePath(), contents);
+            write(SettingsFile::path(), contents);
             QCOMPARE(CSettings().comPortName, QString("COM1"));
             QCOMPARE(CSettings().extendedSize, QSize(441, 473));
             saveConfiguration(1, "Beam");
@@ -115,15 +115,16 @@ private slots:
     void eachBoxGetsItsOwnConfigurationBack()
     {
         saveConfiguration(1, "100");
-        QCOMPARE(swapRelayBoxSettings(1, 2).names[0], QString("100")); // a new box takes it over
+        QCOMPARE(SettingsFile::ofThisProgram().exchange(1, 2).names[0],
+                 QString("100")); // a new box takes it over
         QCOMPARE(CSettings().relayBoxName, QString("2"));
         // Files of one size that are changed within one clock tick look alike to a cache.
         for (int i = 0; i < 40; ++i) {
             const QString second = QString::number(500 + i);
             saveConfiguration(2, second);
-            QCOMPARE(swapRelayBoxSettings(2, 1).names[0], QString::number(100 + i));
+            QCOMPARE(SettingsFile::ofThisProgram().exchange(2, 1).names[0], QString::number(100 + i));
             saveConfiguration(1, QString::number(101 + i));
-            QCOMPARE(swapRelayBoxSettings(1, 2).names[0], second);
+            QCOMPARE(SettingsFile::ofThisProgram().exchange(1, 2).names[0], second);
             QCOMPARE(CSettings().relayBoxId, 2);
         }
     }
@@ -140,10 +141,10 @@ private slots:
     {
         QFETCH(QByteArray, keptFile);
         saveConfiguration(1, "Beam");
-        write(CSettings::relayBoxFilePath(2), keptFile);
-        QTEST(swapRelayBoxSettings(1, 2).names[0], "name");
+        write(SettingsFile::keptPath(2), keptFile);
+        QTEST(SettingsFile::ofThisProgram().exchange(1, 2).names[0], "name");
         QCOMPARE(CSettings().relayBoxId, 2);
-        const CSettings back = swapRelayBoxSettings(2, 1);
+        const CSettings back = SettingsFile::ofThisProgram().exchange(2, 1);
         QCOMPARE(back.names[0], QString("Beam"));
         QCOMPARE(back.relayBoxId, 1);
     }
@@ -151,8 +152,8 @@ private slots:
     void aConfigurationThatCannotBeKeptAsideStays()
     {
         saveConfiguration(1, "Beam");
-        write(CSettings::relayBoxFilePath(1), QByteArray()); // a folder, over which nobody copies a file
-        QCOMPARE(swapRelayBoxSettings(1, 2).relayBoxId, 2);
+        write(SettingsFile::keptPath(1), QByteArray()); // a folder, over which nobody copies a file
+        QCOMPARE(SettingsFile::ofThisProgram().exchange(1, 2).relayBoxId, 2);
         QCOMPARE(CSettings().relayBoxId, 1);
     }
 };

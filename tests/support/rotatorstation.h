@@ -3,6 +3,7 @@
 #include "device/devicekt240m.h"
 #include "mainwindow/mainwindow.h"
 #include "settings/settings.h"
+#include "settings/settingsfile.h"
 #include "simbox/ptyline.h"
 #include "widgets/antennabutton.h"
 #include "widgets/rotationdialwidget.h"
@@ -49,7 +50,7 @@ struct RotatorStation
         window = std::make_unique<CMainWindow>(
             [&](const CSettings &s) { return rotator = new ScriptedRotator(s); });
         rotator->stopMonitoring();
-        QFile::remove(CSettings::settingsFilePath());
+        QFile::remove(SettingsFile::path());
         panel = window->findChild<CVextralRemoteControlWidget *>();
         window->show();
         QVERIFY(QTest::qWaitForWindowActive(window.get()));

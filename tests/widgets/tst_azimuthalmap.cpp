@@ -1,6 +1,7 @@
 #include "antenna/vextralantenna.h"
 #include "app/resources.h"
 #include "settings/settings.h"
+#include "settings/settingsfile.h"
 #include "support/scriptedcontroller.h"
 #include "widgets/map/vextralazimuthalwidget.h"
 #include "widgets/rotationdialwidget.h"
@@ -83,7 +84,7 @@ private slots:
     void init()
     {
         QFile::remove(mapPath());
-        QFile::remove(CSettings::settingsFilePath());
+        QFile::remove(SettingsFile::path());
     }
 
     void aPressTakesTheAntennasRotorOver()

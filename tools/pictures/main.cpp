@@ -6,6 +6,7 @@
 #include "mainwindow/currentobjects.h"
 #include "mainwindow/mainwindow.h"
 #include "settings/settings.h"
+#include "settings/settingsfile.h"
 #include "simbox/ptyline.h"
 #include "widgets/antennabutton.h"
 #include "widgets/ledbutton.h"
@@ -131,7 +132,7 @@ void turnWheel(QWidget *widget, int steps)
 /// Settings as an operator might have them after the first evening.
 CSettings stationSettings(const QString &mode)
 {
-    QFile::remove(CSettings::settingsFilePath());
+    QFile::remove(SettingsFile::path());
     CSettings settings;
     settings.comPortName = beside("box");
     settings.interfaceMode = mode;
@@ -195,7 +196,7 @@ bool drawStackSwitch()
 
 bool drawFirstStart()
 {
-    QFile::remove(CSettings::settingsFilePath());
+    QFile::remove(SettingsFile::path());
     CMainWindow window;
     window.show();
     auto *panel = window.findChild<CVextralRemoteControlWidget *>(QStringLiteral("remoteControlWidget"));
