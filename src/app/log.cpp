@@ -1,13 +1,21 @@
 #include "app/log.h"
 
+#include "app/echo.h"
+
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLoggingCategory>
 #include <QMutexLocker>
 #include <QThread>
 
 #include <utility>
+
+#ifdef Q_OS_UNIX
+#include <fcntl.h>
+#include <unistd.h>
+#endif
 
 namespace {
 
@@ -24,6 +32,32 @@ QString fixedPathPrefix()
 #endif
 }
 
+/// A file that is opened while the standard output is closed would become the standard output.
+void occupyStandardStreams()
+{
+#ifdef Q_OS_UNIX
+    int descriptor = -1;
+    do
+        descriptor = ::open("/dev/null", O_RDWR);
+    while (descriptor >= 0 && descriptor <= STDERR_FILENO);
+    ::close(descriptor);
+#endif
+}
+
+QLoggingCategory::CategoryFilter systemFilter = nullptr;
+
+/// The system's rules hold for all categories but the one that the program logs in.
+void filterCategory(QLoggingCategory *category)
+{
+    systemFilter(category);
+    if (qstrcmp(category->categoryName(), "default") != 0)
+        return;
+    for (const QtMsgType type : {QtDebugMsg, QtInfoMsg, QtWarningMsg, QtCriticalMsg})
+        category->setEnabled(type, true);
+}
+
+CLog *installedLog = nullptr;
+
 } // namespace
 
 CLog::CLog(const QString &baseName) : CLog(baseName, fixedPathPrefix()) {}
@@ -31,12 +65,44 @@ CLog::CLog(const QString &baseName) : CLog(baseName, fixedPathPrefix()) {}
 CLog::CLog(QString baseName, QString pathPrefix)
     : m_baseName(std::move(baseName)), m_pathPrefix(std::move(pathPrefix))
 {
+    occupyStandardStreams();
     QDir().mkpath(QFileInfo(m_pathPrefix).path());
     const QString path = chooseFile();
     // When every file is full this removes a file named like the log without its number, nothing else.
     if (path.isEmpty())
         QFile::remove(m_baseName);
     open(path);
+}
+
+CLog::~CLog()
+{
+    if (!m_echo)
+        return;
+    qInstallMessageHandler(nullptr);
+    QLoggingCategory::installFilter(systemFilter);
+    installedLog = nullptr;
+    if (!m_echo->finish())
+        static_cast<void>(m_echo.release());
+}
+
+void CLog::install()
+{
+    m_echo = std::make_unique<Echo>();
+    m_echo->start();
+    installedLog = this;
+    systemFilter = QLoggingCategory::installFilter(filterCategory);
+    qInstallMessageHandler([](QtMsgType type, const QMessageLogContext &, const QString &message) {
+        installedLog->handle(type, message);
+    });
+}
+
+void CLog::handle(QtMsgType type, const QString &message)
+{
+    write(message.toLatin1().constData());
+    m_echo->write(message.toUtf8() + '\n');
+    // Qt ends the program next.
+    if (type == QtFatalMsg)
+        m_echo->finish();
 }
 
 void CLog::write(const char *message)

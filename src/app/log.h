@@ -5,13 +5,16 @@
 #include <QString>
 
 #include <fstream>
+#include <memory>
+
+class Echo;
 
 /// The log writer: forty files of at most 40,000,000 bytes, used in turn. A start goes on in the first file
 /// that is not full; a file that fills up sends the next record to the following one, which is emptied first.
 ///
 /// A record is one line, "dd/MM/yyyy hh:mm:ss - <milliseconds> -<thread> - <message>", UTF-8, ended by LF.
-/// The milliseconds stand there twice, as three digits and then bare: 7 of them are "0077". <thread> is the
-/// address of the calling QThread in decimal. The line ends are not counted.
+/// The milliseconds stand there twice, the second time without zeros at their end: 7 of them are "007007", 70
+/// are "07007". <thread> is the address of the calling QThread in decimal. The line ends are not counted.
 ///
 /// A file that cannot be opened loses its records silently. So does a full disk, until there is room again;
 /// no part of a record stays behind.
@@ -23,11 +26,20 @@ public:
     explicit CLog(const QString &baseName);
     /// Logs to files whose paths are `pathPrefix` + `baseName` + number + ".txt".
     CLog(QString baseName, QString pathPrefix);
+    /// Gives the messages back to Qt.
+    ~CLog();
+
+    /// Writes every Qt message from now on, whatever the system's logging rules say, and echoes it, without
+    /// time and thread, to the standard output. For one log at a time.
+    void install();
 
     /// Appends one record. `message` is Latin-1. Any thread may call.
     void write(const char *message);
 
 private:
+    Q_DISABLE_COPY(CLog)
+
+    void handle(QtMsgType type, const QString &message);
     QByteArray timeStamp();
     QString filePath(int index) const;
     QString chooseFile();
@@ -45,4 +57,6 @@ private:
     /// The second, since 1970, that m_secondText tells.
     qint64 m_second = -1;
     QByteArray m_secondText;
+    /// While installed.
+    std::unique_ptr<Echo> m_echo;
 };

@@ -2,7 +2,6 @@
 
 #include "app/consoleattachment.h"
 #include "app/log.h"
-#include "app/messagehandler.h"
 #include "app/resources.h"
 
 #include <QApplication>
@@ -21,6 +20,9 @@ void setApplicationAttributes()
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QCoreApplication::setAttribute(Qt::AA_DisableWindowContextHelpButton);
 #endif
+    // Nothing here is drawn with OpenGL, which Qt makes every top-level window ready for otherwise: on X that
+    // is more than a third of the start and more than half of the memory.
+    QCoreApplication::setAttribute(Qt::AA_ForceRasterWidgets);
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
 }
 
@@ -36,7 +38,7 @@ int runApplication(int &argc, char **argv, const CMainWindow::ControllerFactory 
     QApplication application(argc, argv);
     QCoreApplication::setApplicationVersion(QStringLiteral(VEXTRAL_VERSION));
     attachToParentConsole();
-    installMessageHandler(&programLog);
+    programLog.install();
     const std::unique_ptr<CMainWindow> window = createWindow(makeController);
     window->show();
     return QApplication::exec();
@@ -48,8 +50,5 @@ int runProgram(int argc, char *argv[], const CMainWindow::ControllerFactory &mak
 {
     initResources();
     setApplicationAttributes();
-    const int result = runApplication(argc, argv, makeController);
-    // The log goes with the other globals; whatever they still say must not reach it.
-    removeMessageHandler();
-    return result;
+    return runApplication(argc, argv, makeController);
 }

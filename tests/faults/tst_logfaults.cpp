@@ -1,16 +1,59 @@
+#include "app/echo.h"
 #include "app/log.h"
-#include "app/messagehandler.h"
 #include "support/faultydisk.h"
 
 #include <QDir>
 #include <QFile>
+#include <QLoggingCategory>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <cstdio>
 #include <memory>
 
+#include <poll.h>
+#include <pty.h>
 #include <unistd.h>
+
+namespace {
+
+/// While it lives, the standard output is another one, or none (-1).
+class Output
+{
+public:
+    explicit Output(int descriptor)
+    {
+        std::fflush(stdout);
+        if (descriptor < 0)
+            close(STDOUT_FILENO);
+        else
+            dup2(descriptor, STDOUT_FILENO);
+    }
+    ~Output()
+    {
+        dup2(m_former, STDOUT_FILENO);
+        close(m_former);
+    }
+
+private:
+    Q_DISABLE_COPY(Output)
+
+    const int m_former = dup(STDOUT_FILENO);
+};
+
+/// What can be read until nothing more comes, with the line ends of a pipe or of a terminal.
+QStringList linesFrom(int descriptor)
+{
+    QByteArray text;
+    pollfd waiting = {descriptor, POLLIN, 0};
+    for (char piece[4096]; poll(&waiting, 1, 300) > 0;)
+        text.append(piece, int(read(descriptor, piece, sizeof piece)));
+    close(descriptor);
+    return QString::fromUtf8(text).remove('\r').split('\n', Qt::SkipEmptyParts);
+}
+
+} // namespace
 
 class TestLogFaults : public QObject
 {
@@ -72,22 +115,68 @@ private slots:
 
     void aTextBeyondLatin1IsEchoedWhole()
     {
-        CLog log("log", prefix());
         QFile echo(prefix() + "echo");
         QVERIFY(echo.open(QIODevice::ReadWrite));
-        fflush(stdout);
-        const int realOutput = dup(STDOUT_FILENO);
-        dup2(echo.handle(), STDOUT_FILENO);
-
-        installMessageHandler(&log);
-        qDebug("%s", "ação → 東京");
-        removeMessageHandler();
-
-        dup2(realOutput, STDOUT_FILENO);
-        close(realOutput);
+        {
+            const Output output(echo.handle());
+            CLog log("log", prefix());
+            log.install();
+            qDebug("%s", "ação → 東京");
+        }
         echo.seek(0);
         QCOMPARE(echo.readAll(), QByteArray("ação → 東京\n"));
         QCOMPARE(lines(), QStringList("ação ? ??"));
+    }
+
+    void noRuleOfTheSystemSwitchesTheLogOff()
+    {
+        QLoggingCategory::setFilterRules("*=false");
+        {
+            CLog log("log", prefix());
+            log.install();
+            qDebug("before");
+            QLoggingCategory::setFilterRules("default.debug=false");
+            qDebug("after");
+        }
+        QLoggingCategory::setFilterRules("");
+        QCOMPARE(lines(), QStringList({"before", "after"}));
+    }
+
+    void theReaderOfTheEchoHarmsNobody_data()
+    {
+        QTest::addColumn<QString>("reader");
+        QTest::newRow("asleep at a pipe") << "pipe";
+        QTest::newRow("asleep at a terminal") << "terminal";
+        QTest::newRow("has gone") << "gone";
+        QTest::newRow("no standard output") << "none";
+    }
+    void theReaderOfTheEchoHarmsNobody()
+    {
+        QFETCH(QString, reader);
+        const bool isThere = reader == "pipe" || reader == "terminal";
+        const QString text(99, 'x');
+        int ends[2] = {}; // to read from, to write to
+        QCOMPARE(reader == "terminal" ? openpty(&ends[0], &ends[1], nullptr, nullptr, nullptr) : pipe(ends),
+                 0);
+        if (!isThere)
+            close(ends[0]);
+        QStringList echoed;
+        {
+            const Output output(reader == "none" ? -1 : ends[1]);
+            {
+                CLog log("log", prefix());
+                log.install();
+                for (int i = 0; i < 5000; ++i)
+                    qDebug("%s", qPrintable(text));
+            }
+            if (isThere) // and wakes up
+                echoed = linesFrom(ends[0]);
+        }
+        QCOMPARE(lines().count(text), 5000);
+        QCOMPARE(lines().size(), 5000);
+        QVERIFY2(!isThere || echoed.count(text) >= Echo::capacity / 100, qPrintable(echoed.join('\n')));
+        QCOMPARE(echoed.count(text), echoed.size());
+        close(ends[1]);
     }
 
 private:
