@@ -37,12 +37,9 @@ void changeSettings(const CVextralAntenna *antenna, Change change)
 /// The antenna has no rotor that could turn it: it is taken to point where the operator says.
 void pointAt(CVextralAntenna *antenna, int angle)
 {
-    antenna->setAngle(angle);
     qDebug("oaaoaoo6: %d", angle);
-    antenna->setTarget(angle);
-    antenna->map()->showInDisplay(antenna, angle);
-    antenna->map()->update();
-    CSettings::storeAngle(antenna->index(), angle);
+    if (CVextralRemoteControl *controller = antenna->controller())
+        controller->pointFixedAntenna(antenna, angle);
 }
 
 /// Selecting the rotor pumps events, so nothing is taken for granted after it.
@@ -50,13 +47,11 @@ void turnByRotor(CVextralAntenna *turned, int angle)
 {
     const QPointer<CVextralAntenna> antenna = turned;
     const QPointer<CVextralRemoteControl> controller = antenna->controller();
+    const int turn = controller->beginTurn();
     if (!controller->setCurrentRotor(antenna->rotorId()) || !antenna || !controller)
         return;
-    // The map leaves the target of an antenna alone that is not under way, and a poll meanwhile may have
-    // changed it.
-    antenna->setTarget(angle);
     qDebug("tab vaio rodar para");
-    controller->turnAntennaFromCurrentToTarget(antenna);
+    controller->turnTo(antenna, angle, turn);
 }
 
 } // namespace

@@ -9,7 +9,6 @@
 
 #include <QLabel>
 #include <QPixmap>
-#include <QThread>
 
 #include <algorithm>
 
@@ -182,7 +181,7 @@ bool CDeviceLumen4S::toggleTX(int index)
 void CDeviceLumen4S::settleAfterToggle()
 {
     for (int pass = 0; pass < 2; ++pass) {
-        QThread::msleep(settlingMs);
+        pause(settlingMs);
         getStatus();
     }
 }

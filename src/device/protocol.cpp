@@ -106,15 +106,6 @@ QByteArray statusRequest(const StatusQuery &query)
     return QByteArray(query.label) + '\n';
 }
 
-QByteArray onTheWire(const QByteArray &composed)
-{
-#ifdef Q_OS_WIN
-    return composed;
-#else
-    return QByteArray(composed).replace("\n", "\r\n");
-#endif
-}
-
 QString replyText(const QByteArray &buffer)
 {
     return QString::fromLatin1(buffer.constData());

@@ -26,10 +26,6 @@ QByteArray toggleTransmitLineCommand(int index);
 QByteArray selectOtherRotorCommand();
 QByteArray angleQuery();
 
-/// The bytes to hand to the port so that the box hears CR LF for every LF. Where the port's text mode already
-/// translates (Windows) these are the composed bytes unchanged.
-QByteArray onTheWire(const QByteArray &composed);
-
 /// The buffer as text: Latin-1, up to the first zero byte.
 QString replyText(const QByteArray &buffer);
 /// replyText without its line feeds.

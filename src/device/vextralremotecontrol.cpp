@@ -1,6 +1,7 @@
 #include "device/vextralremotecontrol.h"
 
 #include "antenna/vextralantenna.h"
+#include "device/commandlog.h"
 #include "device/protocol.h"
 #include "settings/settings.h"
 #include "widgets/antennabutton.h"
@@ -9,16 +10,14 @@
 #include "widgets/rotationdigitaldisplaywidget.h"
 #include "widgets/vextralremotecontrolwidget.h"
 
-#include <QSerialPort>
 #include <QSignalBlocker>
 
 #include <algorithm>
 #include <type_traits>
 
-// How a controller is wired: its antennas, its map, its front panel, the panel's signals, and the model
-// queries. The line stands in serialcommands.cpp and linerecovery.cpp, the polling in rotormonitoring.cpp.
-
 namespace {
+
+constexpr int afterToggleRotorMs = 20;
 
 /// The rotor of the antenna at `index`, 0 or more; -1 for one that the settings have no place for.
 int rotorIdFor(const CSettings &settings, int index)
@@ -29,16 +28,206 @@ int rotorIdFor(const CSettings &settings, int index)
 } // namespace
 
 CVextralRemoteControl::CVextralRemoteControl(const CSettings *settings)
+    : m_monitoring(*this), m_turning(*this, m_link)
 {
     CVextralRemoteControl::createAntennas(settings);
-    connect(&m_monitorTimer, &QTimer::timeout, this, &CVextralRemoteControl::tendLine);
-    connect(&m_monitorTimer, &QTimer::timeout, this, &CVextralRemoteControl::monitore);
+    connect(&m_monitoring, &Monitoring::due, &m_link, &BoxLink::tend);
+    connect(&m_monitoring, &Monitoring::due, this, &CVextralRemoteControl::monitore);
+    connect(&m_link, &BoxLink::opened, this, &CVextralRemoteControl::onLineOpened);
+    connect(&m_link, &BoxLink::lost, this, &CVextralRemoteControl::onLineLost);
+    connect(&m_link, &BoxLink::back, this, &CVextralRemoteControl::showLineState);
+    connect(&m_link, &BoxLink::stateChanged, this, &CVextralRemoteControl::showLineState);
 }
 
 CVextralRemoteControl::~CVextralRemoteControl()
 {
     CVextralRemoteControl::close();
 }
+
+// ---- The line ----
+
+bool CVextralRemoteControl::open(const QString &portName)
+{
+    if (m_link.hasLine())
+        return isOpen();
+    const bool opened = m_link.open(portName);
+    showLineState();
+    if (!opened)
+        return false;
+    // Somebody may close the line inside the synchronisation pass, and open it again.
+    return startMonitoring() || isOpen();
+}
+
+bool CVextralRemoteControl::close()
+{
+    stopMonitoring();
+    m_link.close();
+    showLineState();
+    lineWentAway();
+    return true;
+}
+
+bool CVextralRemoteControl::stopMonitoring()
+{
+    m_monitoring.stop();
+    return true;
+}
+
+void CVextralRemoteControl::onLineOpened()
+{
+    showLineState();
+    startMonitoring();
+}
+
+void CVextralRemoteControl::onLineLost()
+{
+    showPower(false);
+    lineWentAway();
+}
+
+void CVextralRemoteControl::noteAnswer(bool answered)
+{
+    if (!answered)
+        m_link.noteSilence();
+    showPower(answered);
+}
+
+void CVextralRemoteControl::showPower(bool on)
+{
+    if (m_remoteControlWidget)
+        m_remoteControlWidget->showPower(on);
+    showLineState();
+}
+
+void CVextralRemoteControl::showLineState()
+{
+    if (m_remoteControlWidget)
+        m_remoteControlWidget->showLine(lineState());
+}
+
+// ---- Queries ----
+
+double CVextralRemoteControl::getCurrentAngle()
+{
+    if (!isOpen())
+        return unknownAngle;
+    if (m_monitoring.holdsAngle())
+        return m_currentAngle;
+    const std::optional<double> angle = m_link.readAngle();
+    m_currentAngle = angle.value_or(unknownAngle);
+    if (angle)
+        m_lastReadAngle = *angle;
+    return m_currentAngle;
+}
+
+CDeviceStatus CVextralRemoteControl::getStatusAndCurrentAngle()
+{
+    const CDeviceStatus status = readStatus(Protocol::statusAndAngleQuery);
+    if (status.valid) {
+        m_lastReadAngle = m_currentAngle = status.angle;
+        qDebug("................. Tudo lido [%3.2f]", status.angle);
+    }
+    return status;
+}
+
+CDeviceStatus CVextralRemoteControl::getStatus()
+{
+    return readStatus(Protocol::statusQuery);
+}
+
+CDeviceStatus CVextralRemoteControl::readStatus(const Protocol::StatusQuery &query)
+{
+    CDeviceStatus status;
+    const Protocol::StatusReply reply = m_link.readStatus(query);
+    if (reply.kind != Protocol::StatusReply::Kind::Good)
+        return status;
+    status.valid = true;
+    decodeStatus(status, reply.a, reply.b);
+    status.angle = reply.angle;
+    return status;
+}
+
+void CVextralRemoteControl::decodeStatus(CDeviceStatus &status, quint8 a, quint8 b)
+{
+    Protocol::decodeStatusBytes(status, a, b);
+}
+
+int CVextralRemoteControl::currentRotor(const CDeviceStatus *status)
+{
+    const CDeviceStatus known = status ? *status : getStatus();
+    if (!known.valid)
+        return -1;
+    if (known.rotorSelected[0])
+        return 0;
+    return known.rotorSelected[1] ? 1 : -1;
+}
+
+// ---- Commands ----
+
+bool CVextralRemoteControl::rotateTo(double angle)
+{
+    beginTurn();
+    if (!m_link.hasLine())
+        return false;
+    m_link.send("Comando girar", Protocol::rotateToCommand(angle));
+    logSeparator();
+    emit onStartRotating(angle);
+    return true;
+}
+
+bool CVextralRemoteControl::rotateCCW()
+{
+    beginTurn();
+    return m_link.hasLine() && m_link.send("Comando CCW", Protocol::rotateCCWCommand());
+}
+
+bool CVextralRemoteControl::rotateCW()
+{
+    beginTurn();
+    return m_link.hasLine() && m_link.send("Comando CW", Protocol::rotateCWCommand());
+}
+
+bool CVextralRemoteControl::stop()
+{
+    beginTurn();
+    return m_link.hasLine() && m_link.send("Comando STOP", Protocol::stopCommand());
+}
+
+bool CVextralRemoteControl::toggleRX(int index)
+{
+    if (!m_link.hasLine())
+        return false;
+    m_link.send(Protocol::toggleReceivePortCommand(index));
+    logCommand("Comando TogleRX");
+    return true;
+}
+
+bool CVextralRemoteControl::toggleTX(int index)
+{
+    if (!m_link.hasLine())
+        return false;
+    m_link.send("Comando TogleTX", Protocol::toggleTransmitLineCommand(index));
+    return true;
+}
+
+bool CVextralRemoteControl::toggleRotor()
+{
+    if (!m_link.hasLine())
+        return false;
+    m_lastReadAngle = unknownAngle;
+    m_link.send("Comando toggle Rotor", Protocol::selectOtherRotorCommand());
+    pause(afterToggleRotorMs);
+    return true;
+}
+
+void CVextralRemoteControl::finishRotation(CVextralAntenna *antenna, double target)
+{
+    qDebug("................. finalizando tgt[%3.2f]ani[%3.2f]a[%3.2f]", target, antenna->rotation(),
+           antenna->angle());
+    antenna->setTarget(target);
+}
+
+// ---- The antennas ----
 
 void CVextralRemoteControl::createAntennas(const CSettings *settings)
 {
@@ -87,6 +276,8 @@ QList<CVextralAntenna *> CVextralRemoteControl::antennasOfRotor(int rotor) const
     }
     return result;
 }
+
+// ---- Map and panel ----
 
 void CVextralRemoteControl::setAzimuthalWiget(CVextralAzimuthalWidget *map)
 {
@@ -145,22 +336,17 @@ CVextralRemoteControlWidget *CVextralRemoteControl::remoteControlWidget() const
 
 void CVextralRemoteControl::setLiveDisplay(CRotationDigitalDisplayWidget *display)
 {
-    if (m_remoteControlWidget)
-        m_remoteControlWidget->setDigitalDisplay(display);
+    m_liveDisplay = display;
 }
 
-LineState CVextralRemoteControl::lineState() const
-{
-    LineState state = m_lineState;
-    if (m_sinceAnswer.isValid())
-        state.silentSeconds = static_cast<int>(m_sinceAnswer.elapsed() / 1000);
-    return state;
-}
-
-void CVextralRemoteControl::showLineState()
+void CVextralRemoteControl::showLiveAzimuth(double degrees)
 {
     if (m_remoteControlWidget)
-        m_remoteControlWidget->showLine(lineState());
+        m_remoteControlWidget->showAzimuth(degrees);
+    if (!m_liveDisplay)
+        return;
+    m_liveDisplay->setValue(truncatedDegrees(degrees), false);
+    m_liveDisplay->update();
 }
 
 // ---- What the operator does ----
@@ -174,16 +360,9 @@ void CVextralRemoteControl::onAtennaButtonChange(int index, bool state)
     if (!button->isEnabled()) {
         qDebug("CVextralRemoteControl::onAtennaButtonChange ----------> ignorado => %d index", index);
         button->setEnabled(true);
-        m_ignoredAntennaIndex = index;
         return;
     }
-    m_ignoredAntennaIndex = -1;
     toggleRX(index);
-}
-
-void CVextralRemoteControl::onAtennaTXButtonChange(int index)
-{
-    toggleTX(index);
 }
 
 void CVextralRemoteControl::onRadioButtonChange(int index, bool state)
@@ -201,12 +380,8 @@ void CVextralRemoteControl::onRadioButtonChange(int index, bool state)
 
 void CVextralRemoteControl::onRotationStarted()
 {
-    if (!m_remoteControlWidget)
-        return;
-    if (CRotationDigitalDisplayWidget *display = m_remoteControlWidget->digitalDisplay())
-        display->setEditing(true);
-    if (CRotationDialWidget *dial = m_remoteControlWidget->dial())
-        dial->setPressed(true);
+    if (m_remoteControlWidget)
+        m_remoteControlWidget->setEditing(true);
 }
 
 void CVextralRemoteControl::onRotationTargetChanging(int value)
@@ -216,7 +391,8 @@ void CVextralRemoteControl::onRotationTargetChanging(int value)
         if (CRotationDigitalDisplayWidget *display = m_map->displayOf(m_map->currentAntenna()))
             display->update();
     }
-    showOnPanelDisplays(value);
+    if (m_remoteControlWidget)
+        m_remoteControlWidget->showTarget(value);
 }
 
 void CVextralRemoteControl::onRotationTargetChanged(int value)
@@ -224,182 +400,8 @@ void CVextralRemoteControl::onRotationTargetChanged(int value)
     if (!m_map)
         return;
     if (m_remoteControlWidget) {
-        if (CRotationDigitalDisplayWidget *display = m_remoteControlWidget->digitalDisplay())
-            display->setEditing(false);
-        if (CRotationDialWidget *dial = m_remoteControlWidget->dial())
-            dial->setPressed(false);
-        showOnPanelDisplays(value);
+        m_remoteControlWidget->setEditing(false);
+        m_remoteControlWidget->showTarget(value);
     }
-    if (CVextralAntenna *antenna = m_map->currentAntenna()) {
-        antenna->setTarget(value);
-        turnAntennaFromCurrentToTarget(antenna);
-        if (m_map)
-            m_map->update();
-    }
+    turnTo(m_map->currentAntenna(), value);
 }
-
-void CVextralRemoteControl::showOnPanelDisplays(int value)
-{
-    if (!m_remoteControlWidget)
-        return;
-    if (CRotationDigitalDisplayWidget *display = m_remoteControlWidget->digitalDisplay()) {
-        display->setValue(value, true);
-        display->update();
-    }
-    if (CRotationDialWidget *dial = m_remoteControlWidget->dial()) {
-        dial->setValue(value, true);
-        dial->update();
-    }
-}
-
-// ---- What a model may answer otherwise ----
-
-QString CVextralRemoteControl::modelId()
-{
-    return QStringLiteral("LUMEN4");
-}
-
-QString CVextralRemoteControl::modelName()
-{
-    return QStringLiteral("Lumen Quad 4");
-}
-
-QString CVextralRemoteControl::shortName()
-{
-    return QStringLiteral("Lumen");
-}
-
-QString CVextralRemoteControl::alternateName()
-{
-    return QStringLiteral("PVX-Lumen");
-}
-
-bool CVextralRemoteControl::capabilityA()
-{
-    return true;
-}
-
-int CVextralRemoteControl::antennaCount()
-{
-    return 4;
-}
-
-int CVextralRemoteControl::rotorCount()
-{
-    return 2;
-}
-
-bool CVextralRemoteControl::readsAngleWithStatus()
-{
-    return false;
-}
-
-bool CVextralRemoteControl::supportsAzimuthalMap()
-{
-    return true;
-}
-
-bool CVextralRemoteControl::hasSendAndPower()
-{
-    return false;
-}
-
-bool CVextralRemoteControl::hasSplit()
-{
-    return false;
-}
-
-int CVextralRemoteControl::txButtonCount()
-{
-    return 4;
-}
-
-int CVextralRemoteControl::radioCount()
-{
-    return 0;
-}
-
-bool CVextralRemoteControl::hasOwnPanel()
-{
-    return false;
-}
-
-bool CVextralRemoteControl::hasLogo()
-{
-    return false;
-}
-
-bool CVextralRemoteControl::hasInfoLabels()
-{
-    return false;
-}
-
-bool CVextralRemoteControl::hasTitleLabel()
-{
-    return false;
-}
-
-bool CVextralRemoteControl::capabilityH()
-{
-    return true;
-}
-
-bool CVextralRemoteControl::capabilityI()
-{
-    return false;
-}
-
-bool CVextralRemoteControl::mapAnimationFlag()
-{
-    return true;
-}
-
-bool CVextralRemoteControl::rotateByKey(int key)
-{
-    Q_UNUSED(key)
-    return false;
-}
-
-bool CVextralRemoteControl::acceptsDirectionKeys()
-{
-    return false;
-}
-
-void CVextralRemoteControl::decodeStatus(CDeviceStatus &status, quint8 a, quint8 b)
-{
-    Protocol::decodeStatusBytes(status, a, b);
-}
-
-void CVextralRemoteControl::activateSplit() {}
-
-void CVextralRemoteControl::afterInitialSync() {}
-
-void CVextralRemoteControl::relayoutPanel(int width, int height)
-{
-    Q_UNUSED(width)
-    Q_UNUSED(height)
-}
-
-void CVextralRemoteControl::setupAntennaEditor(CVextralAntennaUI *editor)
-{
-    Q_UNUSED(editor)
-}
-
-void CVextralRemoteControl::hookC(QWidget *widget)
-{
-    Q_UNUSED(widget)
-}
-
-void CVextralRemoteControl::hideUnusedWidgets() {}
-
-void CVextralRemoteControl::applyInterfaceMode(int mode)
-{
-    Q_UNUSED(mode)
-}
-
-void CVextralRemoteControl::buildPanel(CVextralRemoteControlWidget *widget)
-{
-    Q_UNUSED(widget)
-}
-
-void CVextralRemoteControl::lineWentAway() {}

@@ -18,10 +18,10 @@ void Line::pause(int milliseconds)
 
 void Line::noteAnswer(bool answered)
 {
-    if (answered) {
+    if (answered && isOpen()) {
         m_state.kind = LineState::Kind::Answering;
         m_sinceAnswer.start();
-    } else if (m_state.kind == LineState::Kind::Answering) {
+    } else if (!answered && m_state.kind == LineState::Kind::Answering) {
         m_state.kind = LineState::Kind::Silent;
     }
 }

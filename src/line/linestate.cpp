@@ -1,8 +1,6 @@
 #include "line/linestate.h"
 
 #include <QCoreApplication>
-#include <QFileInfo>
-#include <QSerialPort>
 
 namespace {
 
@@ -28,40 +26,7 @@ QString describeNoPermission(const LineState &state)
         .arg(state.portName, state.group);
 }
 
-/// The system refuses a port that another program holds in the same words as one that may not be used; its
-/// node tells which.
-LineState lineStateOfRefusal(LineState state)
-{
-    const QFileInfo node(portNodePath(state.portName));
-    const bool mayUse = !node.exists() || (node.isReadable() && node.isWritable());
-    state.kind = mayUse ? LineState::Kind::Busy : LineState::Kind::NoPermission;
-    state.group = mayUse ? QString() : node.group();
-    return state;
-}
-
 } // namespace
-
-QString portNodePath(const QString &portName)
-{
-    return portName.startsWith(QLatin1Char('/')) ? portName : QLatin1String("/dev/") + portName;
-}
-
-LineState lineStateOfFailedOpen(const QSerialPort &port)
-{
-    LineState state;
-    state.portName = port.portName();
-    state.detail = port.errorString();
-    switch (port.error()) {
-    case QSerialPort::DeviceNotFoundError:
-        state.kind = LineState::Kind::NoSuchPort;
-        break;
-    case QSerialPort::PermissionError:
-        return lineStateOfRefusal(state);
-    default:
-        state.kind = LineState::Kind::Failed;
-    }
-    return state;
-}
 
 QString describe(const LineState &state)
 {

@@ -2,8 +2,6 @@
 
 #include <QString>
 
-class QSerialPort;
-
 /// How the line to the box stands, for telling the operator.
 struct LineState
 {
@@ -33,12 +31,6 @@ struct LineState
     /// Whole seconds since the box was last heard, for Listening and Silent.
     int silentSeconds = 0;
 };
-
-/// Why `port` did not open, from what it says and from what stands at its name.
-LineState lineStateOfFailedOpen(const QSerialPort &port);
-
-/// Where the system keeps the port `portName`, which may be a full path. Meaningless on Windows.
-QString portNodePath(const QString &portName);
 
 /// One or two sentences that tell an operator how the line stands and what to do about it.
 QString describe(const LineState &state);

@@ -89,13 +89,7 @@ void CMainWindow::approach(QPushButton *button, int azimuth)
         return;
     m_recalled = button;
     m_recalledAzimuth = azimuth;
-    antenna->setTarget(azimuth);
-    m_controller->turnAntennaFromCurrentToTarget(antenna);
-    if (!antenna->isRotorConnected()) {
-        m_ui->azimuthalWidget->syncDisplays();
-        CSettings::storeAngle(antenna->index(), azimuth);
-    }
-    m_ui->azimuthalWidget->update();
+    m_controller->turnTo(antenna, azimuth);
 }
 
 void CMainWindow::onStartRotating(double angle)

@@ -2,8 +2,8 @@
 
 #include "compass/degrees.h"
 #include "device/devicestatus.h"
-#include "line/linestate.h"
 #include "device/vextralremotecontrol.h"
+#include "line/linestate.h"
 #include "widgets/antennabutton.h"
 #include "widgets/ledbutton.h"
 #include "widgets/rotationdialwidget.h"
@@ -235,6 +235,26 @@ void CVextralRemoteControlWidget::showAzimuth(double degrees)
         return;
     m_digitalDisplay->setValue(truncatedDegrees(degrees), false);
     m_digitalDisplay->update();
+}
+
+void CVextralRemoteControlWidget::showTarget(int degrees)
+{
+    if (m_digitalDisplay) {
+        m_digitalDisplay->setValue(degrees, true);
+        m_digitalDisplay->update();
+    }
+    if (m_dial) {
+        m_dial->setValue(degrees, true);
+        m_dial->update();
+    }
+}
+
+void CVextralRemoteControlWidget::setEditing(bool editing)
+{
+    if (m_digitalDisplay)
+        m_digitalDisplay->setEditing(editing);
+    if (m_dial)
+        m_dial->setPressed(editing);
 }
 
 CVextralRemoteControl *CVextralRemoteControlWidget::controller() const

@@ -43,6 +43,11 @@ public:
     /// Shows an azimuth in degrees, without its fraction, in the digital display unless the operator is
     /// changing the value there.
     void showAzimuth(double degrees);
+    /// Shows where the antenna is sent, in whole degrees, in the digital display and on the dial, also while
+    /// the operator is changing the value there.
+    void showTarget(int degrees);
+    /// While the operator is changing a target, polled azimuths leave the digital display and the dial alone.
+    void setEditing(bool editing);
 
     CVextralRemoteControl *controller() const;
 

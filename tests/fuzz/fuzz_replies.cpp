@@ -2,23 +2,37 @@
 
 #include "device/devicestatus.h"
 #include "device/protocol.h"
+#include "device/replyreader.h"
 
 #include <cmath>
 #include <limits>
 
-// Whatever comes in on the serial line: split into lines as the port does, collected round by round as the
-// reader does, decoded after each.
+// Whatever comes in on the line: split into lines as the line does, collected by the reply reader, decoded.
 
 namespace {
 
-/// Finished lines alone, without their CR; an unfinished one is never read.
-QList<QByteArray> linesOf(QByteArray received)
+/// Finished lines alone, with their CR LF folded; an unfinished one is never read.
+QList<QByteArray> linesOf(const QByteArray &received)
 {
-    QList<QByteArray> lines = received.replace("\r", "").split('\n');
+    QList<QByteArray> lines = received.split('\n');
     lines.removeLast();
-    for (QByteArray &line : lines)
+    for (QByteArray &line : lines) {
+        if (line.endsWith('\r'))
+            line.chop(1);
         line += '\n';
+    }
     return lines;
+}
+
+/// Feeds a line in each round, and none once there are no more.
+ReplyReader::Progress collect(ReplyReader &reader, const QList<QByteArray> &lines)
+{
+    auto progress = ReplyReader::Progress::Pending;
+    for (int round = 0; progress == ReplyReader::Progress::Pending; ++round) {
+        require(round < 10, "a reader ends");
+        progress = reader.feed(lines.value(round));
+    }
+    return progress;
 }
 
 void checkDegrees(double degrees)
@@ -54,16 +68,15 @@ void checkStatusBytes(quint8 a, quint8 b)
 
 void checkAngle(const QList<QByteArray> &lines)
 {
-    QByteArray buffer;
-    for (const QByteArray &line : lines) {
-        buffer += line;
-        const std::optional<double> angle = Protocol::decodeAngle(buffer);
-        if (!angle)
-            continue;
-        checkDegrees(*angle);
-        require(buffer.replace("\n", "").toLower().startsWith("az"), "an angle comes from an angle reply");
+    ReplyReader reader = ReplyReader::forAngle();
+    const bool isComplete = collect(reader, lines) == ReplyReader::Progress::Complete;
+    const std::optional<double> angle = Protocol::decodeAngle(reader.bytes());
+    require(isComplete == angle.has_value(), "a complete reply has an angle");
+    if (!angle)
         return;
-    }
+    checkDegrees(*angle);
+    require(QByteArray(reader.bytes()).replace("\n", "").toLower().startsWith("az"),
+            "an angle comes from an angle reply");
 }
 
 void checkDecodedStatus(const Protocol::StatusQuery &query, QByteArray buffer)
@@ -84,15 +97,9 @@ void checkDecodedStatus(const Protocol::StatusQuery &query, QByteArray buffer)
 
 void checkStatus(const Protocol::StatusQuery &query, const QList<QByteArray> &lines)
 {
-    QByteArray buffer;
-    for (int round = 0; round < query.rounds; ++round) {
-        buffer += lines.value(round);
-        if (Protocol::isErrorReply(buffer))
-            return;
-        checkDecodedStatus(query, buffer);
-        if (Protocol::isStatusReplyComplete(buffer))
-            return;
-    }
+    ReplyReader reader = ReplyReader::forStatus(query);
+    if (collect(reader, lines) != ReplyReader::Progress::Refused)
+        checkDecodedStatus(query, reader.bytes());
 }
 
 } // namespace

@@ -3,7 +3,6 @@
 #include "antenna/vextralantenna.h"
 #include "compass/degrees.h"
 #include "device/vextralremotecontrol.h"
-#include "settings/settings.h"
 #include "widgets/map/azimuthalanimation.h"
 #include "widgets/map/azimuthalgeometry.h"
 #include "widgets/map/azimuthalpicture.h"
@@ -22,12 +21,6 @@ constexpr QSize extendedMinimum(200, 140);
 constexpr QSize rowCellHint(90, 65);
 constexpr QSize rowCellMinimum(60, 45);
 
-CVextralAntenna *antennaOf(const QObject *display)
-{
-    return display ? qobject_cast<CVextralAntenna *>(display->property(antennaProperty).value<QObject *>())
-                   : nullptr;
-}
-
 } // namespace
 
 CVextralAzimuthalWidget::CVextralAzimuthalWidget(QWidget *parent)
@@ -45,9 +38,8 @@ CVextralAzimuthalWidget::~CVextralAzimuthalWidget() = default;
 
 void CVextralAzimuthalWidget::addAntenna(CVextralAntenna *antenna)
 {
-    m_antennas.push_back(antenna);
     CRotationDigitalDisplayWidget *display = createDisplay(antenna);
-    m_displays.push_back(display);
+    m_shown.push_back({antenna, display});
     using Display = CRotationDigitalDisplayWidget;
     connect(display, &Display::onRotationStarted, this, &CVextralAzimuthalWidget::onRotationStarted);
     connect(display, &Display::onRotationChanging, this, &CVextralAzimuthalWidget::onRotationChanging);
@@ -66,8 +58,9 @@ CRotationDigitalDisplayWidget *CVextralAzimuthalWidget::createDisplay(CVextralAn
 {
     auto *display = new CRotationDigitalDisplayWidget(this);
     display->setProperty(antennaProperty, QVariant::fromValue<QObject *>(antenna));
+    connect(antenna, &QObject::destroyed, display, [display] { display->setProperty(antennaProperty, {}); });
     display->setFixed(!antenna->isRotorConnected());
-    display->setAccessibleName(tr("Azimuth of antenna %1").arg(m_antennas.size()));
+    display->setAccessibleName(tr("Azimuth of antenna %1").arg(m_shown.size() + 1));
     return display;
 }
 
@@ -81,18 +74,18 @@ void CVextralAzimuthalWidget::setDevice(CVextralRemoteControl *controller)
 
 void CVextralAzimuthalWidget::hideDisplays()
 {
-    for (CRotationDigitalDisplayWidget *display : m_displays)
-        display->hide();
+    for (const Shown &shown : m_shown)
+        shown.display->hide();
 }
 
 void CVextralAzimuthalWidget::layoutDisplays()
 {
-    const int count = static_cast<int>(m_displays.size());
+    const int count = antennaCount();
     const int rotors = m_controller ? m_controller->rotorCount() : 0;
     const std::vector<QRect> rects = isExtended() ? AzimuthalGeometry::cornerDisplayRects(size(), count)
                                                   : AzimuthalGeometry::rowDisplayRects(size(), count, rotors);
     for (std::size_t i = 0; i < rects.size(); ++i)
-        m_displays[i]->setGeometry(rects[i]);
+        m_shown[i].display->setGeometry(rects[i]);
 }
 
 void CVextralAzimuthalWidget::resizeEvent(QResizeEvent *)
@@ -112,21 +105,38 @@ CVextralAntenna *CVextralAzimuthalWidget::currentAntenna() const
 
 int CVextralAzimuthalWidget::antennaCount() const
 {
-    return static_cast<int>(m_antennas.size());
+    return static_cast<int>(m_shown.size());
 }
 
 CVextralAntenna *CVextralAzimuthalWidget::antennaAt(int index) const
 {
-    return m_antennas[index];
+    return m_shown[index].antenna;
+}
+
+std::vector<CVextralAntenna *> CVextralAzimuthalWidget::antennas() const
+{
+    std::vector<CVextralAntenna *> present;
+    for (const Shown &shown : m_shown) {
+        if (shown.antenna)
+            present.push_back(shown.antenna);
+    }
+    return present;
+}
+
+CVextralAntenna *CVextralAzimuthalWidget::antennaOf(const QObject *display) const
+{
+    const auto found = std::find_if(m_shown.begin(), m_shown.end(),
+                                    [display](const Shown &shown) { return shown.display == display; });
+    return found == m_shown.end() ? nullptr : found->antenna.data();
 }
 
 CRotationDigitalDisplayWidget *CVextralAzimuthalWidget::displayOf(const CVextralAntenna *antenna) const
 {
     if (!antenna)
         return nullptr;
-    const auto found = std::find_if(m_displays.begin(), m_displays.end(),
-                                    [antenna](const auto *display) { return antennaOf(display) == antenna; });
-    return found == m_displays.end() ? nullptr : *found;
+    const auto found = std::find_if(m_shown.begin(), m_shown.end(),
+                                    [antenna](const Shown &shown) { return shown.antenna == antenna; });
+    return found == m_shown.end() ? nullptr : found->display;
 }
 
 void CVextralAzimuthalWidget::showInDisplay(const CVextralAntenna *antenna, int degrees)
@@ -136,17 +146,20 @@ void CVextralAzimuthalWidget::showInDisplay(const CVextralAntenna *antenna, int 
         return;
     display->setValue(degrees, true);
     display->update();
+    updateDescription();
 }
 
 void CVextralAzimuthalWidget::refreshDisplays(bool fixedFlags, bool enabledFlags)
 {
-    for (std::size_t i = 0; i < m_antennas.size(); ++i) {
+    for (const Shown &shown : m_shown) {
+        if (!shown.antenna)
+            continue;
         if (fixedFlags)
-            m_displays[i]->setFixed(!m_antennas[i]->isRotorConnected());
+            shown.display->setFixed(!shown.antenna->isRotorConnected());
         if (enabledFlags)
-            m_displays[i]->setEnabled(m_antennas[i]->isEnabled());
+            shown.display->setEnabled(shown.antenna->isEnabled());
         if (fixedFlags || enabledFlags)
-            m_displays[i]->update();
+            shown.display->update();
     }
     updateDescription();
     update();
@@ -154,11 +167,11 @@ void CVextralAzimuthalWidget::refreshDisplays(bool fixedFlags, bool enabledFlags
 
 void CVextralAzimuthalWidget::syncDisplays()
 {
-    if (m_displays.size() != m_antennas.size())
-        return;
-    for (std::size_t i = 0; i < m_antennas.size(); ++i) {
-        m_displays[i]->setValue(truncatedDegrees(m_antennas[i]->angle()), false);
-        m_displays[i]->update();
+    for (const Shown &shown : m_shown) {
+        if (!shown.antenna)
+            continue;
+        shown.display->setValue(truncatedDegrees(shown.antenna->angle()), false);
+        shown.display->update();
     }
     updateDescription();
 }
@@ -178,11 +191,12 @@ void CVextralAzimuthalWidget::setCurrentAntenna(CVextralAntenna *antenna)
 
 CVextralAntenna *CVextralAzimuthalWidget::setCurrentAntennaByRotorId(int rotorId)
 {
-    const auto found = std::find_if(m_antennas.begin(), m_antennas.end(),
-                                    [rotorId](const auto *antenna) { return antenna->rotorId() == rotorId; });
-    if (found == m_antennas.end())
+    const auto found = std::find_if(m_shown.begin(), m_shown.end(), [rotorId](const Shown &shown) {
+        return shown.antenna && shown.antenna->rotorId() == rotorId;
+    });
+    if (found == m_shown.end())
         return nullptr;
-    CVextralAntenna *antenna = *found;
+    CVextralAntenna *antenna = found->antenna;
     setCurrentAntenna(antenna);
     return antenna;
 }
@@ -190,13 +204,13 @@ CVextralAntenna *CVextralAzimuthalWidget::setCurrentAntennaByRotorId(int rotorId
 void CVextralAzimuthalWidget::selectCurrent()
 {
     const int index = m_currentAntenna->index();
-    CRotationDigitalDisplayWidget *shown =
-        index >= 0 && index < static_cast<int>(m_displays.size()) ? m_displays[index] : nullptr;
+    CRotationDigitalDisplayWidget *current =
+        index >= 0 && index < antennaCount() ? m_shown[index].display : nullptr;
     CVextralRemoteControl *controller = controllerFor(m_currentAntenna);
-    if (shown && controller)
-        controller->setLiveDisplay(shown);
-    for (CRotationDigitalDisplayWidget *display : m_displays)
-        display->setHighlighted(display == shown);
+    if (current && controller)
+        controller->setLiveDisplay(current);
+    for (const Shown &shown : m_shown)
+        shown.display->setHighlighted(shown.display == current);
     updateDescription();
     update();
     emit onCurrentAntennaChanged(m_currentAntenna);
@@ -206,38 +220,17 @@ void CVextralAzimuthalWidget::setCurrentRotorByAntenna(CVextralAntenna *antenna)
 {
     if (!antenna || !antenna->isRotorConnected())
         return;
-    if (takeOver(antenna, displayOf(antenna), "setCurrentRotorByAntenna"))
+    if (takeOver(antenna, "setCurrentRotorByAntenna"))
         controllerFor(antenna)->startMonitoring();
 }
 
-bool CVextralAzimuthalWidget::takeOver(CVextralAntenna *antenna, CRotationDigitalDisplayWidget *display,
-                                       const char *operation)
+bool CVextralAzimuthalWidget::takeOver(CVextralAntenna *antenna, const char *operation)
 {
-    setCurrentAntenna(antenna);
-    antenna->setTarget(antenna->angle());
-    if (!antenna->isRotorConnected())
-        return true;
-
-    // Asking the box pumps events: a poll or another click may make another antenna current meanwhile.
-    const QPointer<CRotationDigitalDisplayWidget> liveDisplay(display);
     CVextralRemoteControl *controller = controllerFor(antenna);
-    if (!controller->setCurrentRotor(antenna->rotorId())) {
-        setCurrentAntenna(antenna);
-        qDebug("CVextralAzimuthalWidget::%s() - Nao foi possivel trocar de rotor. Mas antena e [%d]",
-               operation, antenna->index());
-        return false;
-    }
-    if (m_currentAntenna != antenna)
-        return false;
-
-    if (liveDisplay)
-        controller->setLiveDisplay(liveDisplay);
-    const double angle = controller->getCurrentAngle();
-    antenna->setAngle(angle);
-    antenna->setTarget(angle);
+    const bool isTaken = controller && controller->takeOver(antenna, operation);
     updateDescription();
     update();
-    return true;
+    return isTaken;
 }
 
 void CVextralAzimuthalWidget::updateDescription()
@@ -255,24 +248,21 @@ void CVextralAzimuthalWidget::updateDescription()
 
 void CVextralAzimuthalWidget::onRotationStarted()
 {
-    auto *display = qobject_cast<CRotationDigitalDisplayWidget *>(sender());
-    CVextralAntenna *antenna = antennaOf(display);
-    if (!antenna || !takeOver(antenna, display, "onRotationStarted"))
-        return;
-    if (CVextralRemoteControl *controller = controllerFor(antenna))
-        controller->onRotationStarted();
+    CVextralAntenna *antenna = antennaOf(sender());
+    if (antenna && takeOver(antenna, "onRotationStarted"))
+        controllerFor(antenna)->onRotationStarted();
 }
 
 void CVextralAzimuthalWidget::onRotationChanging(int rotation)
 {
-    const CVextralAntenna *antenna = antennaOf(qobject_cast<CRotationDigitalDisplayWidget *>(sender()));
+    const CVextralAntenna *antenna = antennaOf(sender());
     if (antenna && antenna->controller())
         antenna->controller()->onRotationTargetChanging(rotation);
 }
 
 void CVextralAzimuthalWidget::onRotationChanged(int rotation)
 {
-    CVextralAntenna *antenna = antennaOf(qobject_cast<CRotationDigitalDisplayWidget *>(sender()));
+    CVextralAntenna *antenna = antennaOf(sender());
     if (!antenna)
         return;
     // The controller turns the current antenna, and the wheel reports a second late.
@@ -280,8 +270,6 @@ void CVextralAzimuthalWidget::onRotationChanged(int rotation)
         setCurrentAntenna(antenna);
     if (antenna->controller())
         antenna->controller()->onRotationTargetChanged(rotation);
-    if (!antenna->isRotorConnected())
-        CSettings::storeAngle(antenna->index(), rotation);
     updateDescription();
 }
 
@@ -297,7 +285,6 @@ void CVextralAzimuthalWidget::doChangeTargetAngleValue(int angle)
         qDebug("CVextralAzimuthalWidget::doChangeTargetAngleValue() rotor: no");
         m_currentAntenna->setAngle(angle);
         showInDisplay(m_currentAntenna, angle);
-        updateDescription();
     }
     update();
 }

@@ -24,7 +24,8 @@ struct AzimuthalScene;
 ///
 /// Azimuths are compass degrees, 0 at the top, increasing clockwise. Positions are widget pixels. The compass
 /// has the radius R in pixels about the widget's centre; at scale 1 R is 171 pixels. Controller and antennas
-/// are not owned, the displays are children, index-parallel to the antennas.
+/// are not owned, the displays are children. An antenna that is destroyed leaves its display, which then does
+/// nothing.
 class CVextralAzimuthalWidget : public QWidget
 {
     Q_OBJECT
@@ -46,9 +47,9 @@ public:
     CVextralAntenna *setCurrentAntennaByRotorId(int rotorId);
     CVextralAntenna *currentAntenna() const;
     int antennaCount() const;
-    /// No range check.
+    /// No range check. Null once the antenna is gone.
     CVextralAntenna *antennaAt(int index) const;
-    std::vector<CVextralAntenna *> antennas() const { return m_antennas; }
+    std::vector<CVextralAntenna *> antennas() const;
     /// The display of an antenna, or null.
     CRotationDigitalDisplayWidget *displayOf(const CVextralAntenna *antenna) const;
     /// Puts whole degrees into the antenna's display, also while the operator is turning it.
@@ -104,13 +105,20 @@ private slots:
 
 private:
     bool isExtended() const { return m_interfaceMode == Extended; }
+    /// An antenna, null once it is gone, and its display, a child of the map.
+    struct Shown
+    {
+        QPointer<CVextralAntenna> antenna;
+        CRotationDigitalDisplayWidget *display;
+    };
+
     CVextralRemoteControl *controllerFor(const CVextralAntenna *antenna) const;
     CRotationDigitalDisplayWidget *createDisplay(CVextralAntenna *antenna);
+    CVextralAntenna *antennaOf(const QObject *display) const;
     void layoutDisplays();
     void selectCurrent();
-    /// Makes the antenna current and takes over the live angle of its rotor, if it has one. False when the
-    /// rotor was refused, or when another antenna became current while the box was asked.
-    bool takeOver(CVextralAntenna *antenna, CRotationDigitalDisplayWidget *display, const char *operation);
+    /// Lets the controller take the antenna over, and shows it.
+    bool takeOver(CVextralAntenna *antenna, const char *operation);
     void updateDescription();
 
     void paintRow(QPainter &painter);
@@ -125,7 +133,7 @@ private:
     double m_animationStep = AzimuthalAnimation::restingStep;
     QTimer m_animationTimer;
     QPointer<CVextralAntenna> m_animatedAntenna;
-    std::vector<CRotationDigitalDisplayWidget *> m_displays;
+    std::vector<Shown> m_shown; ///< In the order of addAntenna().
     double m_zoom = 1.7;
     QColor m_labelColor = Qt::black;
     QColor m_scaleTextColor = Qt::black;
@@ -138,7 +146,6 @@ private:
     double m_centreY = 0.0;
     double m_radius = 0.0;
     QPointer<CVextralAntenna> m_currentAntenna;
-    std::vector<CVextralAntenna *> m_antennas;
 
     std::unique_ptr<AzimuthalPicture> m_picture;
 };

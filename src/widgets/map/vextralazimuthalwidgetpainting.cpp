@@ -38,18 +38,17 @@ void CVextralAzimuthalWidget::paintRow(QPainter &painter)
 {
     m_labelColor = Qt::white;
     painter.fillRect(rect(), Qt::darkCyan);
-    if (m_displays.size() != m_antennas.size())
-        return;
-
     painter.setPen(m_labelColor);
-    for (std::size_t i = 0; i < m_antennas.size(); ++i) {
-        const CVextralAntenna &antenna = *m_antennas[i];
+    for (const Shown &shown : m_shown) {
+        if (!shown.antenna)
+            continue;
+        const CVextralAntenna &antenna = *shown.antenna;
         QString caption = QStringLiteral("Fixed");
         if (!antenna.isEnabled())
             caption = QStringLiteral("Off");
         else if (antenna.isRotorConnected())
             caption = QLatin1Char('R') + QString::number(antenna.rotorId() + 1);
-        painter.drawText(AzimuthalGeometry::rowBaseline(m_displays[i]->geometry()), caption);
+        painter.drawText(AzimuthalGeometry::rowBaseline(shown.display->geometry()), caption);
     }
 }
 
@@ -85,16 +84,18 @@ AzimuthalScene CVextralAzimuthalWidget::scene(const QPainter &painter, double sc
     scene.font = painter.font();
     scene.hasBoldLabels = m_boldLabels;
     scene.colors = {m_labelColor, m_scaleTextColor, m_hubColor, m_markerColor, m_markerTextColor};
-    scene.antennas.reserve(m_antennas.size());
-    for (std::size_t i = 0; i < m_antennas.size(); ++i) {
-        const CVextralAntenna &antenna = *m_antennas[i];
+    scene.antennas.reserve(m_shown.size());
+    for (const Shown &shown : m_shown) {
+        if (!shown.antenna)
+            continue;
+        const CVextralAntenna &antenna = *shown.antenna;
         if (&antenna == m_currentAntenna)
-            scene.current = static_cast<int>(i);
+            scene.current = static_cast<int>(scene.antennas.size());
         scene.antennas.push_back({antenna.index(), antenna.rotorId(), antenna.isEnabled(),
                                   antenna.isRotorConnected(), antenna.rotorStatusFlag(), arrowOf(antenna),
                                   antenna.color(), shownAzimuthOf(antenna), antenna.angle(),
                                   antenna.hasPendingTarget() && isKnownAngle(antenna.target()),
-                                  antenna.target(), m_displays[i]->geometry(), m_displays[i]->isVisible()});
+                                  antenna.target(), shown.display->geometry(), shown.display->isVisible()});
     }
     return scene;
 }

@@ -1,0 +1,6 @@
+#pragma once
+
+#include "line/line.h"
+
+/// The line to `portName`, a serial port or "tcp://host:port", not opened yet.
+std::unique_ptr<Line> createLine(const QString &portName);

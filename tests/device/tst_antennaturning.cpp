@@ -1,0 +1,180 @@
+#include "antenna/spinbox.h"
+#include "antenna/vextralantenna.h"
+#include "antenna/vextralantennaui.h"
+#include "app/resources.h"
+#include "device/vextralremotecontrol.h"
+#include "settings/settings.h"
+#include "settings/settingsfile.h"
+#include "support/simulatedline.h"
+#include "widgets/map/vextralazimuthalwidget.h"
+#include "widgets/rotationdialwidget.h"
+#include "widgets/rotationdigitaldisplaywidget.h"
+#include "widgets/vextralremotecontrolwidget.h"
+
+#include <QFile>
+#include <QTest>
+#include <QTimer>
+
+#include <functional>
+
+namespace {
+
+/// A box with a pair of rotors, a map and a panel. Antenna 0 is on rotor 0, which is selected, antennas 1 and
+/// 2 share rotor 1, antenna 3 is fixed.
+struct Station
+{
+    Station()
+    {
+        port.box().setRelayBoxId(0);
+        port.box().setRotorPair(true);
+        port.box().rotor(0).setPosition(40);
+        port.box().rotor(1).setPosition(150);
+        settings.rotorIds[2] = 1;
+        controller.applyRotorAssignment(&settings);
+        controller.setRemoteControlWidget(&panel);
+        controller.setAzimuthalWiget(&map);
+        map.setDevice(&controller);
+        controller.setLineFactory(port.factory());
+        controller.setMonitorInterval(3600 * 1000); // polls come from the test alone
+        controller.open("box");
+        controller.monitore();
+        port.heard();
+    }
+
+    CVextralAntenna *antenna(int index) const { return controller.antenna(index); }
+    CRotationDigitalDisplayWidget *display(int index) const { return map.displayOf(antenna(index)); }
+    int shown(int index) const { return display(index)->value(); }
+
+    /// While the box answers this command for the next time, this happens.
+    void during(const QByteArray &command, const std::function<void()> &event)
+    {
+        port.onHeard = [this, command, event](const QByteArray &heard) {
+            if (heard != command)
+                return;
+            port.onHeard = nullptr;
+            QTimer::singleShot(0, &controller, event);
+        };
+    }
+
+    SimulatedPort port;
+    CVextralRemoteControlWidget panel;
+    CVextralAzimuthalWidget map;
+    CSettings settings;
+    CVextralRemoteControl controller{&settings};
+};
+
+using Order = std::function<void(Station &)>;
+
+} // namespace
+
+Q_DECLARE_METATYPE(Order)
+
+class TestAntennaTurning : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { initResources(); }
+    void init() { QFile::remove(SettingsFile::path()); }
+    void cleanup() { QFile::remove(SettingsFile::path()); }
+
+    void theNewestOrderWins_data()
+    {
+        QTest::addColumn<Order>("first");
+        QTest::addColumn<Order>("meanwhile");
+        QTest::addColumn<QString>("heard");
+        const auto turn = [](int degrees) {
+            return Order([=](Station &s) { s.controller.turnTo(s.antenna(0), degrees); });
+        };
+        const auto type = [](int degrees) { return Order([=](Station &s) { typeTurnTo(s, degrees); }); };
+        const Order nothing = [](Station &) {};
+        QTest::newRow("alone") << turn(200) << nothing << "K0 M200";
+        QTest::newRow("STOP") << turn(200) << Order([](Station &s) { s.controller.stop(); }) << "K0 S";
+        QTest::newRow("CCW") << turn(200) << Order([](Station &s) { s.controller.rotateCCW(); }) << "K0 L";
+        QTest::newRow("CW") << turn(200) << Order([](Station &s) { s.controller.rotateCW(); }) << "K0 R";
+        QTest::newRow("another target") << turn(200) << turn(90) << "K0 K0 M090";
+        QTest::newRow("typed, alone") << type(200) << nothing << "K0 K0 M200";
+        QTest::newRow("typed, typed again") << type(200) << type(90) << "K0 K0 K0 M090";
+        QTest::newRow("typed, STOP") << type(200) << Order([](Station &s) { s.controller.stop(); }) << "K0 S";
+    }
+    void theNewestOrderWins()
+    {
+        QFETCH(Order, first);
+        QFETCH(Order, meanwhile);
+        QFETCH(QString, heard);
+        Station s;
+        s.during("K0", [&] { meanwhile(s); });
+        first(s);
+        QCOMPARE(s.port.heard(), heard);
+    }
+
+    void aPressMakesItsAntennaCurrentAlsoOnASharedRotor()
+    {
+        Station s;
+        // The rotor was not selected before, so the poll makes the first antenna on it current.
+        s.during("K9", [&] { s.controller.monitore(); });
+        emit s.display(2)->onRotationStarted();
+        QCOMPARE(s.port.heard(), QString("K0 K9 K0 K0 C C"));
+        QCOMPARE(s.map.currentAntenna(), s.antenna(2));
+        QCOMPARE(s.antenna(2)->angle(), 150.0);
+        QVERIFY(s.panel.dial()->isPressed());
+
+        s.panel.setEditing(false);
+        s.during("K0", [&] { emit s.display(3)->onRotationStarted(); });
+        emit s.display(0)->onRotationStarted();
+        QCOMPARE(s.map.currentAntenna(), s.antenna(3)); // the operator's last press
+        QVERIFY(s.panel.dial()->isPressed());
+    }
+
+    void theLiveDisplayShowsPolledAzimuthsAndNoTargets()
+    {
+        Station s;
+        QCOMPARE(s.shown(0), 40);
+        s.controller.turnTo(s.antenna(0), 200);
+        QCOMPARE(s.shown(0), 40);
+        QCOMPARE(s.panel.digitalDisplay()->value(), 200);
+        s.port.advance(1000);
+        s.controller.monitore();
+        QCOMPARE(s.shown(0), int(s.port.box().rotor(0).position()));
+        QCOMPARE(s.panel.digitalDisplay()->value(), s.shown(0));
+
+        // Another antenna becomes current between two steps of the wheel.
+        const int other = s.shown(1);
+        emit s.display(0)->onRotationStarted();
+        emit s.display(0)->onRotationChanging(77);
+        s.map.setCurrentAntenna(s.antenna(1));
+        emit s.display(0)->onRotationChanging(78);
+        QCOMPARE(s.shown(1), other);
+        QVERIFY(!s.display(1)->isEditing());
+    }
+
+    void aTurnIsRefusedWithoutALineAndFixedAntennasAreStored()
+    {
+        Station s;
+        QVERIFY(s.controller.turnTo(s.antenna(3), 123));
+        QCOMPARE(s.shown(3), 123);
+        QCOMPARE(CSettings().angles[3], 123.0);
+        s.port.pullOut();
+        QVERIFY(!s.controller.turnTo(s.antenna(0), 200));
+        QVERIFY(!s.controller.turnTo(nullptr, 200));
+        QCOMPARE(s.port.heard(), QString());
+    }
+
+private:
+    static void typeTurnTo(Station &s, int degrees)
+    {
+        CVextralAntenna *antenna = s.antenna(0);
+        antenna->setEnabled(true);
+        CVextralAntennaUI *editor = antenna->editor();
+        if (!editor) {
+            editor = new CVextralAntennaUI(2, &s.map);
+            antenna->setEditor(editor);
+        }
+        auto *turnTo = editor->findChild<CSpinBox *>("turnToSpinBox");
+        turnTo->setValue(degrees);
+        QTest::keyClick(turnTo, Qt::Key_Return);
+    }
+};
+
+QTEST_MAIN(TestAntennaTurning)
+#include "tst_antennaturning.moc"

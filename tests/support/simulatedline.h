@@ -1,0 +1,104 @@
+#pragma once
+
+#include "line/line.h"
+#include "simbox/linefault.h"
+#include "simbox/simulatedbox.h"
+
+#include <QByteArray>
+#include <QPointer>
+#include <QStringList>
+
+#include <deque>
+#include <functional>
+
+class SimulatedLine;
+
+/// A simulated box and the port that it is plugged into, without a pseudo-terminal: the lines of factory()
+/// pass bytes straight to it. Time passes when a line waits or pauses, and never by itself, so a dialogue
+/// takes no time and comes out the same on every run. It must outlive its lines.
+class SimulatedPort
+{
+public:
+    static constexpr int Forever = -1;
+
+    explicit SimulatedPort(SimulatedBox::Model model = SimulatedBox::Model::StackSwitch) : m_box(model) {}
+
+    LineFactory factory();
+
+    SimulatedBox &box() { return m_box; }
+    /// Milliseconds that waits and pauses have taken.
+    int time() const { return m_time; }
+    /// Lets the rotors turn for so long.
+    void advance(int milliseconds) { m_box.advance(milliseconds); }
+
+    /// The fault acts on the next `replies` commands that it concerns. Hang-ups only without bytes before.
+    void setFault(const LineFault &fault, int replies = Forever);
+    /// The adapter is pulled out: the line is lost at its next use. plugIn() puts it back.
+    void pullOut();
+    void plugIn() { m_plugged = true; }
+
+    /// The commands since the last call of heard().
+    QStringList commands() const { return m_commands; }
+    /// The same, divided by blanks; forgets them.
+    QString heard();
+    /// Every byte since the port was made.
+    QByteArray receivedBytes() const { return m_receivedBytes; }
+    /// Called with each command as the box hears it.
+    std::function<void(const QByteArray &command)> onHeard;
+
+private:
+    friend class SimulatedLine;
+
+    struct Portion
+    {
+        int due;
+        QByteArray bytes;
+    };
+
+    void pass(int milliseconds);
+    void receive(const QByteArray &bytes);
+    void handle(const QByteArray &line);
+    void answer(const QByteArray &line, const QByteArray &reply);
+    void send(const QVector<LineFault::Portion> &portions);
+    /// Lets time pass until a line is there, at most so long.
+    void waitForLine(int waitMs);
+    void deliver();
+
+    SimulatedBox m_box;
+    QPointer<SimulatedLine> m_line;
+    int m_time = 0;
+    bool m_plugged = true;
+    LineFault m_fault;
+    int m_faultCount = 0;
+    QByteArray m_held;
+    std::deque<Portion> m_outgoing;
+    QByteArray m_delivered;
+    QByteArray m_receivedBytes;
+    QByteArray m_partialLine;
+    QStringList m_commands;
+};
+
+/// One of the lines to a SimulatedPort.
+class SimulatedLine : public Line
+{
+    Q_OBJECT
+
+public:
+    SimulatedLine(const QString &portName, SimulatedPort &port);
+
+    bool open() override;
+    void close() override;
+    bool isOpen() const override { return m_open; }
+    bool write(const QByteArray &text, int waitMs) override;
+    QByteArray readLine(int waitMs) override;
+    qint64 bytesAvailable() const override { return m_port.m_delivered.size(); }
+    void discard() override;
+    void pause(int milliseconds) override;
+    void tend() override;
+
+    void lose();
+
+private:
+    SimulatedPort &m_port;
+    bool m_open = false;
+};
