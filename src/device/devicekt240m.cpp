@@ -2,63 +2,38 @@
 
 #include "antenna/vextralantenna.h"
 #include "antenna/vextralantennaui.h"
-#include "compass/degrees.h"
 #include "settings/settings.h"
-#include "widgets/4sanchorlayout.h"
 #include "widgets/antennabutton.h"
 #include "widgets/map/vextralazimuthalwidget.h"
 #include "widgets/rotationdialwidget.h"
 #include "widgets/rotationdigitaldisplaywidget.h"
+#include "widgets/rotatorpanel.h"
 #include "widgets/vextralremotecontrolwidget.h"
 
 #include <QCoreApplication>
 #include <QSignalBlocker>
+#include <QThread>
 
 #include <algorithm>
 
-// What the model answers, its panel, and what the operator does there. How it rotates stands in
-// kt240mrotation.cpp.
+using Order = RotatorMotion::Order;
+using Direction = RotatorMotion::Direction;
 
 namespace {
 
+constexpr char arrow[] = "......................................>>";
+
 constexpr int pollMs = 500;
+constexpr int afterBrakeMs = 50;
 constexpr int antennasOnTheRotor = 4;
 
 // The panel as it is drawn up; it scales from there.
 const QSize designSize(200, 100);
-const QRect displayPlace(115, 5, 80, 45);
-const QRect ccwPlace(5, 15, 35, 75);
-const QRect cwPlace(75, 15, 35, 75);
-const QRect stopPlace(40, 15, 35, 75);
-const QRect dialPlace(115, 50, 80, 45);
-
-constexpr int smallestCaption = 9;
-constexpr int largestCaption = 16;
 
 /// No mode of the window; one that asks for it gets the mini mode.
 constexpr int otherMiniMode = 3;
 constexpr int panelHeight = 80;
 constexpr int unlimitedHeight = 500000;
-
-/// Takes no focus, so that the arrow keys and the space bar go on to the window.
-CAntennaButton *createButton(const QString &text, const QString &name, const QString &keys, QWidget *panel)
-{
-    auto *button = new CAntennaButton(text, panel);
-    button->setFocusPolicy(Qt::NoFocus);
-    button->setAccessibleName(name);
-    button->setToolTip(keys.isEmpty() ? name : name + QLatin1Char('\t') + keys);
-    return button;
-}
-
-/// The buttons' captions follow their width.
-void fitCaption(CAntennaButton *button)
-{
-    if (!button)
-        return;
-    QFont font = button->font();
-    font.setPixelSize(std::clamp(button->width() / 5, smallestCaption, largestCaption));
-    button->setFont(font);
-}
 
 } // namespace
 
@@ -69,69 +44,10 @@ CDeviceKT240M::CDeviceKT240M(CSettings settings) : CVextralRemoteControl(&settin
     startMonitoring();
 }
 
-CDeviceKT240M::~CDeviceKT240M() = default;
-
 // ---- What the model answers ----
 
-QString CDeviceKT240M::modelId()
+void CDeviceKT240M::createAntennas(const CSettings *)
 {
-    return QStringLiteral("KT240M");
-}
-
-QString CDeviceKT240M::modelName()
-{
-    return QStringLiteral("KT240M");
-}
-
-QString CDeviceKT240M::shortName()
-{
-    return QStringLiteral("KT240M");
-}
-
-QString CDeviceKT240M::alternateName()
-{
-    return QStringLiteral("KT240M");
-}
-
-int CDeviceKT240M::antennaCount()
-{
-    return 1;
-}
-
-int CDeviceKT240M::rotorCount()
-{
-    return 1;
-}
-
-bool CDeviceKT240M::setCurrentRotor(int rotor)
-{
-    Q_UNUSED(rotor)
-    return true;
-}
-
-int CDeviceKT240M::txButtonCount()
-{
-    return 0;
-}
-
-bool CDeviceKT240M::hasOwnPanel()
-{
-    return true;
-}
-
-bool CDeviceKT240M::mapAnimationFlag()
-{
-    return false;
-}
-
-bool CDeviceKT240M::acceptsDirectionKeys()
-{
-    return true;
-}
-
-void CDeviceKT240M::createAntennas(const CSettings *settings)
-{
-    Q_UNUSED(settings)
     // The base has made them.
     if (CVextralAntenna *first = antenna(0))
         first->setRotorId(0);
@@ -182,75 +98,244 @@ void CDeviceKT240M::applyInterfaceMode(int mode)
     }
 }
 
-// ---- The panel ----
-
 void CDeviceKT240M::buildPanel(CVextralRemoteControlWidget *widget)
 {
     {
         const QSignalBlocker blocker(widget);
         widget->resize(designSize);
     }
-    m_panelLayout = std::make_unique<C4SAnchorLayout>(widget);
-
-    m_digitalDisplay = new CRotationDigitalDisplayWidget(widget);
-    placeOnPanel(m_digitalDisplay, displayPlace);
+    m_panel = new RotatorPanel(widget);
     using Display = CRotationDigitalDisplayWidget;
-    connect(m_digitalDisplay, &Display::onRotationStarted, this, &CDeviceKT240M::onRotationStarted);
-    connect(m_digitalDisplay, &Display::onRotationChanging, this, &CDeviceKT240M::onRotationChanging);
-    connect(m_digitalDisplay, &Display::onRotationChanged, this, &CDeviceKT240M::onRotationChanged);
-
-    m_ccwButton =
-        createButton(QStringLiteral("CCW"), tr("Turn counter-clockwise"), tr("Left or F10"), widget);
-    placeOnPanel(m_ccwButton, ccwPlace);
-    connectDirectionButton(m_ccwButton);
-    m_cwButton = createButton(QStringLiteral("CW"), tr("Turn clockwise"), tr("Right or F11"), widget);
-    placeOnPanel(m_cwButton, cwPlace);
-    connectDirectionButton(m_cwButton);
-    m_stopButton = createButton(QStringLiteral("STOP"), tr("Stop"), QString(), widget);
-    placeOnPanel(m_stopButton, stopPlace);
-    connect(m_stopButton, &QAbstractButton::pressed, this, &CDeviceKT240M::onStopButtonPressed);
-    connect(m_stopButton, &CAntennaButton::onMouseUp, this, &CDeviceKT240M::onStopButtonUp);
-
-    m_dial = new CRotationDialWidget(widget);
-    placeOnPanel(m_dial, dialPlace);
-    connect(m_dial, &CRotationDialWidget::onRotationStarted, this, &CDeviceKT240M::onDialRotationStarted);
-    connect(m_dial, &CRotationDialWidget::onRotationChanging, this, &CDeviceKT240M::onDialRotationChanging);
-    connect(m_dial, &CRotationDialWidget::onRotationChanged, this, &CDeviceKT240M::onDialRotationChanged);
+    connect(m_panel->display, &Display::onRotationStarted, this, &CDeviceKT240M::onRotationStarted);
+    connect(m_panel->display, &Display::onRotationChanging, this, &CDeviceKT240M::onRotationChanging);
+    connect(m_panel->display, &Display::onRotationChanged, this, &CDeviceKT240M::onRotationChanged);
+    for (const CAntennaButton *button : {m_panel->ccwButton, m_panel->cwButton}) {
+        connect(button, &CAntennaButton::onMouseDown, this, &CDeviceKT240M::onCCWAndCWButtonsDown);
+        connect(button, &CAntennaButton::onMouseUp, this, &CDeviceKT240M::onCCWAndCWButtonsUp);
+        connect(button, &QAbstractButton::clicked, this,
+                &CDeviceKT240M::showLamps); // toggled without a mouse
+    }
+    connect(m_panel, &RotatorPanel::onStopPressed, this, &CDeviceKT240M::onStopButtonPressed);
+    connect(m_panel, &RotatorPanel::onStopReleased, this, &CDeviceKT240M::onStopButtonUp);
+    connect(m_panel, &RotatorPanel::onStopKey, this, &CDeviceKT240M::halt);
+    using Dial = CRotationDialWidget;
+    connect(m_panel->dial, &Dial::onRotationStarted, this, &CDeviceKT240M::onDialRotationStarted);
+    connect(m_panel->dial, &Dial::onRotationChanging, this, &CDeviceKT240M::onDialRotationChanging);
+    connect(m_panel->dial, &Dial::onRotationChanged, this, &CDeviceKT240M::onDialRotationChanged);
 }
 
-void CDeviceKT240M::placeOnPanel(QWidget *widget, const QRect &place)
+void CDeviceKT240M::relayoutPanel(int, int)
 {
-    widget->setGeometry(place);
-    widget->show();
-    using Layout = C4SAnchorLayout;
-    m_panelLayout->addWidget(Layout::Scaled, Layout::Scaled, Layout::Scaled, Layout::Scaled, widget);
-}
-
-void CDeviceKT240M::connectDirectionButton(CAntennaButton *button)
-{
-    connect(button, &CAntennaButton::onMouseDown, this, &CDeviceKT240M::onCCWAndCWButtonsDown);
-    connect(button, &CAntennaButton::onMouseUp, this, &CDeviceKT240M::onCCWAndCWButtonsUp);
-}
-
-void CDeviceKT240M::relayoutPanel(int width, int height)
-{
-    Q_UNUSED(width)
-    Q_UNUSED(height)
     // The panel is resized while it is still being built.
-    if (!m_panelLayout)
+    if (m_panel)
+        m_panel->relayout();
+}
+
+// ---- A poll ----
+
+void CDeviceKT240M::monitore()
+{
+    if (isOpen())
+        m_motion.lineOpened();
+    const double azimuth = getCurrentAngle();
+    if (isOpen())
+        noteAnswer(isKnownAngle(azimuth));
+    if (m_motion.hasReading())
+        logReading(azimuth);
+    const RotatorMotion::Seen seen = m_motion.poll(azimuth);
+    if (m_motion.isFirstReading())
+        takeFirstReading();
+    showLamps();
+    updateStatusDisplay(CDeviceStatus());
+    if (seen != RotatorMotion::Seen::Nothing)
+        endRotation(seen);
+}
+
+void CDeviceKT240M::logReading(double azimuth) const
+{
+    const CVextralAzimuthalWidget *map = azimuthalWidget();
+    const CVextralAntenna *current = map ? map->currentAntenna() : nullptr;
+    qDebug("rotating last [%3.2f] to current [%3.2f] target[%3.2f] isRotating[%d]", m_motion.azimuth(),
+           azimuth, current ? current->target() : unknownAngle, m_motion.isTurning());
+}
+
+void CDeviceKT240M::takeFirstReading()
+{
+    CVextralAntenna *first = antenna(0);
+    if (!first)
         return;
-    m_panelLayout->relayout();
-    for (CAntennaButton *button : {m_ccwButton.data(), m_stopButton.data(), m_cwButton.data()})
-        fitCaption(button);
+    aimAntenna(m_motion.azimuth());
+    if (isKnownAngle(m_motion.target()))
+        first->setTarget(m_motion.target());
+    first->setAngle(m_motion.azimuth());
+}
+
+void CDeviceKT240M::endRotation(RotatorMotion::Seen end)
+{
+    qDebug("%s", arrow);
+    qDebug("%s Rotacao encerrou!", arrow);
+    qDebug("%s Desliguei botoes", arrow);
+    restAntenna();
+    if (isKnownAngle(m_motion.azimuth()))
+        aimAntenna(m_motion.azimuth());
+    const CVextralAzimuthalWidget *map = azimuthalWidget();
+    if (CVextralAntenna *current = map ? map->currentAntenna() : nullptr)
+        current->clearTarget();
+    emit onStopRotating();
+
+    const bool resumes = end == RotatorMotion::Seen::EndOfTurn;
+    if (resumes)
+        obey(m_motion.resumeDirection());
+    qDebug("%s Agendado para ir: %3.2f", arrow, m_motion.target());
+    if (m_motion.forgetReachedTarget()) {
+        qDebug("%s", arrow);
+        qDebug("%s Agendadamento cancelado", arrow);
+        qDebug("%s", arrow);
+    }
+    if (resumes)
+        obey(m_motion.resumeTarget());
+    qDebug("%s", arrow);
+}
+
+void CDeviceKT240M::updateStatusDisplay(CDeviceStatus)
+{
+    if (!m_panel)
+        return;
+    m_panel->showAzimuth(truncatedDegrees(m_motion.azimuth()));
+    if (isKnownAngle(m_motion.azimuth()))
+        moveAntenna();
+}
+
+void CDeviceKT240M::moveAntenna()
+{
+    CVextralAntenna *first = antenna(0);
+    if (!first)
+        return;
+    const double azimuth = m_motion.azimuth();
+    const bool wasRotating = first->isRotating();
+    first->setRotating(m_motion.isTurning());
+    CVextralAzimuthalWidget *map = azimuthalWidget();
+    if (m_motion.isTurning()) {
+        if (map)
+            map->animate(first, wasRotating ? first->angle() : azimuth, azimuth, monitorInterval());
+        first->setAngle(azimuth);
+        // Somebody else may turn the antenna, and then nobody knows where it goes.
+        if (!m_panel->isChoosing())
+            first->setTarget(m_motion.target());
+    } else if (azimuth != first->angle() && !m_panel->isChoosing()) {
+        aimAntenna(azimuth);
+    } else if (map) {
+        map->stopAnimation();
+    }
+    if (map)
+        map->update();
+}
+
+void CDeviceKT240M::lineWentAway()
+{
+    const bool wasUnderWay = m_motion.lineWentAway();
+    showLamps();
+    restAntenna();
+    if (wasUnderWay)
+        emit onStopRotating();
+}
+
+// ---- Orders and lamps ----
+
+bool CDeviceKT240M::rotateTo(double azimuth)
+{
+    if (m_motion.state() == RotatorMotion::State::Away) {
+        restAntenna(); // it may show the target already
+        return false;
+    }
+    const bool waits = m_motion.isTurning();
+    return obey(m_motion.goTo(azimuth)) && !waits;
+}
+
+bool CDeviceKT240M::stop()
+{
+    return obey(m_motion.stop());
+}
+
+void CDeviceKT240M::halt()
+{
+    onStopButtonPressed();
+    onStopButtonUp();
+}
+
+bool CDeviceKT240M::obey(const RotatorMotion::MaybeOrder &order)
+{
+    showLamps();
+    if (!order || !isOpen())
+        return false;
+    switch (order->kind) {
+    case Order::GoTo:
+        aimAntenna(order->azimuth);
+        return CVextralRemoteControl::rotateTo(order->azimuth);
+    case Order::RunOut:
+        return CVextralRemoteControl::rotateTo(order->azimuth);
+    case Order::Brake:
+        return brake();
+    case Order::TurnCounterClockwise:
+    case Order::TurnClockwise:
+        break;
+    }
+    // Turning until told otherwise leads nowhere.
+    if (CVextralAntenna *first = antenna(0))
+        first->clearTarget();
+    return order->kind == Order::TurnClockwise ? rotateCW() : rotateCCW();
+}
+
+bool CDeviceKT240M::brake()
+{
+    const bool sent = CVextralRemoteControl::stop();
+    QThread::msleep(afterBrakeMs);
+    restAntenna();
+    return sent;
+}
+
+void CDeviceKT240M::showLamps()
+{
+    if (m_panel)
+        m_panel->showLamps({m_motion.litDirection() == Direction::CounterClockwise, m_motion.isStopLit(),
+                            m_motion.litDirection() == Direction::Clockwise, m_motion.isStopUnheeded()});
+}
+
+void CDeviceKT240M::aimAntenna(double azimuth)
+{
+    if (CVextralAntenna *first = antenna(0)) {
+        first->setTarget(azimuth);
+        first->setRotation(azimuth);
+    }
+    if (CVextralAzimuthalWidget *map = azimuthalWidget())
+        map->update();
+}
+
+void CDeviceKT240M::restAntenna()
+{
+    CVextralAntenna *first = antenna(0);
+    if (!first)
+        return;
+    first->setRotating(false);
+    aimAntenna(first->angle());
+    if (CVextralAzimuthalWidget *map = azimuthalWidget())
+        map->stopAnimation();
 }
 
 // ---- What the operator does ----
 
 bool CDeviceKT240M::rotateByKey(int key)
 {
-    applyCCWandCW(key == ClockwiseKey ? m_cwButton : m_ccwButton);
-    light(m_activeDirectionButton, true);
+    if (m_panel) {
+        applyCCWandCW(key == ClockwiseKey ? m_panel->cwButton : m_panel->ccwButton);
+        onCCWAndCWButtonsUp();
+    }
     return true;
+}
+
+void CDeviceKT240M::applyCCWandCW(CAntennaButton *button)
+{
+    obey(m_motion.turn(button == m_panel->ccwButton ? Direction::CounterClockwise : Direction::Clockwise));
 }
 
 void CDeviceKT240M::onCCWAndCWButtonsDown()
@@ -260,116 +345,78 @@ void CDeviceKT240M::onCCWAndCWButtonsDown()
 
 void CDeviceKT240M::onCCWAndCWButtonsUp()
 {
-    // The release has toggled the button.
-    light(m_activeDirectionButton, true);
+    // The release has toggled a button.
+    m_motion.letGoOfDirection();
+    showLamps();
 }
 
 void CDeviceKT240M::onStopButtonPressed()
 {
     qDebug("CDeviceKT240M::onStopButtonPressed() - IN");
-    // Nothing may start after a STOP, also where the brake leaves what was pending, and where no poll has
-    // seen the rotor move yet.
-    m_scheduledTarget = unknownAngle;
-    m_ccwPending = false;
-    m_cwPending = false;
-    if (m_rotating) {
-        light(m_stopButton, true);
+    m_motion.pressStop();
+    showLamps();
+    if (m_motion.isTurning()) {
         QCoreApplication::processEvents();
         // A poll in there may have seen the rotor at rest.
-        if (m_rotating)
-            stop();
+        obey(m_motion.stopTurning());
     }
     qDebug("CDeviceKT240M::onStopButtonPressed() - OUT");
 }
 
 void CDeviceKT240M::onStopButtonUp()
 {
-    light(m_stopButton, m_rotating);
+    m_motion.letGoOfStop();
+    showLamps();
     // A poll may run in here.
     QCoreApplication::processEvents();
-    light(m_stopButton, m_rotating);
-}
-
-void CDeviceKT240M::editSender()
-{
-    if (auto *display = qobject_cast<CRotationDigitalDisplayWidget *>(sender())) {
-        display->setEditing(true);
-        display->setFixed(false);
-    }
+    m_motion.letGoOfStop();
+    showLamps();
 }
 
 void CDeviceKT240M::onRotationStarted()
 {
-    m_dialEditsDisplay = false;
-    editSender();
+    m_panel->display->setEditing(true);
+    m_panel->display->setFixed(false);
 }
 
 void CDeviceKT240M::onRotationChanging(int rotation)
 {
     aimAntenna(rotation);
-    updateMap();
 }
 
 void CDeviceKT240M::onRotationChanged(int rotation)
 {
-    if (m_rotating) {
+    // Unlike other targets, the digits' one does not wait for the rotor to rest.
+    if (m_motion.isTurning()) {
         qDebug("CDeviceKT240M::onRotationChanged() Stop");
-        stop();
-        m_rotating = false;
+        obey(m_motion.cutShort());
     }
     qDebug("CDeviceKT240M::onRotationChanged() Rotation will change to %d A", rotation);
     rotateTo(rotation);
     qDebug("CDeviceKT240M::onRotationChanged() Rotation will change to %d B", rotation);
-    m_rotating = false;
-    if (m_dial) {
-        const QSignalBlocker blocker(m_dial);
-        m_dial->setValue(rotation, false);
-        m_dial->update();
-    }
+    m_panel->dial->setValue(rotation, false);
+    m_panel->dial->update();
     qDebug("CDeviceKT240M::onRotationChanged() Rotation will change to %d C", rotation);
-    aimAntenna(rotation);
-    updateMap();
 }
 
 void CDeviceKT240M::onDialRotationStarted()
 {
     // Without a reading there is no azimuth to start from.
-    if (m_dial && isKnownAngle(m_polledAngle))
-        m_dial->setValue(truncatedDegrees(m_polledAngle), true);
-    editSender();
+    if (isKnownAngle(m_motion.azimuth()))
+        m_panel->dial->setValue(truncatedDegrees(m_motion.azimuth()), true);
 }
 
 void CDeviceKT240M::onDialRotationChanging(int rotation)
 {
-    if (m_digitalDisplay) {
-        m_dialEditsDisplay = m_dialEditsDisplay || !m_digitalDisplay->isEditing();
-        m_digitalDisplay->setValue(rotation, true);
-        m_digitalDisplay->setEditing(true);
-        m_digitalDisplay->update();
-    }
-    aimAntenna(rotation);
-    updateMap();
+    m_panel->display->setValue(rotation, true);
+    m_panel->display->setEditing(true);
+    m_panel->display->update();
+    onRotationChanging(rotation);
 }
 
 void CDeviceKT240M::onDialRotationChanged(int rotation)
 {
     qDebug("CDeviceKT240M::onDialRotationChanged() Rotation will change to %d", rotation);
-    m_dialEditsDisplay = false;
-    if (m_digitalDisplay)
-        m_digitalDisplay->setEditing(false);
+    m_panel->display->giveUp(); // a wheel run would report the dial's value once more
     rotateTo(rotation);
-}
-
-void CDeviceKT240M::aimAntenna(double azimuth)
-{
-    if (CVextralAntenna *first = antenna(0)) {
-        first->setTarget(azimuth);
-        first->setRotation(azimuth);
-    }
-}
-
-void CDeviceKT240M::updateMap()
-{
-    if (CVextralAzimuthalWidget *map = azimuthalWidget())
-        map->update();
 }

@@ -1,26 +1,19 @@
 #pragma once
 
+#include "device/rotatormotion.h"
 #include "device/vextralremotecontrol.h"
 
-#include <memory>
-
-class C4SAnchorLayout;
 class CAntennaButton;
-class CRotationDialWidget;
+class RotatorPanel;
 
 /// The rotator controller: one rotor, steered from a panel of its own with a digital display, a dial and the
 /// buttons CCW, STOP and CW.
 ///
-/// The box says nothing but its azimuth, so all is told from two successive readings:
+///     poll, operator, line -> RotatorMotion -> order -> command on the line
+///                                           -> lamps, after each event
 ///
-///     idle --go-to, CCW, CW--> (readings differ) --> rotating --(readings agree)--> idle
-///       rotating, new target:       soft stop, the target is sent once the rotor rests
-///       rotating, other direction:  soft stop, the direction is started once the rotor rests
-///       STOP, also at rest:         what waits is forgotten; while rotating, soft stop
-///
-/// A target is kept until the rotor is found there, and sent again after every rotation that ended elsewhere.
-/// A failed reading makes a rotation too, but one that sends nothing when it ends. The panel's widgets belong
-/// to the front panel; there may be neither panel nor map.
+/// What is sent when, and which lamps are lit, is RotatorMotion's; here it is sent, lit and drawn. The
+/// panel's widgets belong to the front panel; there may be neither panel nor map.
 class CDeviceKT240M : public CVextralRemoteControl
 {
     Q_OBJECT
@@ -28,17 +21,16 @@ class CDeviceKT240M : public CVextralRemoteControl
 public:
     /// Polls from now on, whether or not a port is opened.
     explicit CDeviceKT240M(CSettings settings);
-    ~CDeviceKT240M() override;
 
-    QString modelId() override;
-    QString modelName() override;
-    QString shortName() override;
-    QString alternateName() override;
-    int antennaCount() override;
-    int rotorCount() override;
-    bool setCurrentRotor(int rotor) override;
+    QString modelId() override { return QStringLiteral("KT240M"); }
+    QString modelName() override { return QStringLiteral("KT240M"); }
+    QString shortName() override { return QStringLiteral("KT240M"); }
+    QString alternateName() override { return QStringLiteral("KT240M"); }
+    int antennaCount() override { return 1; }
+    int rotorCount() override { return 1; }
+    bool setCurrentRotor(int) override { return true; }
     /// Sends the rotor to `azimuth` in degrees. While it turns it is stopped first, the target waits, and the
-    /// answer is false. While the line is lost the target is refused.
+    /// answer is false. Without a line the target is refused.
     bool rotateTo(double azimuth) override;
     /// Lets a turning rotor run out. Without two good readings it is braked.
     bool stop() override;
@@ -46,18 +38,23 @@ public:
     /// Shows the polled azimuth; the status is not used.
     void updateStatusDisplay(CDeviceStatus status) override;
     void monitore() override;
-    int txButtonCount() override;
-    bool hasOwnPanel() override;
+    int txButtonCount() override { return 0; }
+    bool hasOwnPanel() override { return true; }
     void relayoutPanel(int width, int height) override;
-    bool mapAnimationFlag() override;
+    bool mapAnimationFlag() override { return false; }
     /// The only rotor is rotor 0, also in the settings, which are saved so.
     void applyRotorAssignment(const CSettings *settings) override;
     void setupAntennaEditor(CVextralAntennaUI *editor) override;
     bool rotateByKey(int key) override;
-    bool acceptsDirectionKeys() override;
+    bool acceptsDirectionKeys() override { return true; }
     void hideUnusedWidgets() override;
     void applyInterfaceMode(int mode) override;
     void buildPanel(CVextralRemoteControlWidget *widget) override;
+    /// Forgets what was asked for: it must not turn the antenna when the line is back.
+    void lineWentAway() override;
+
+    /// All that STOP does when it is pressed and let go, without the button.
+    void halt();
 
 private slots:
     void onRotationStarted();
@@ -73,54 +70,20 @@ private slots:
     void onStopButtonUp();
 
 private:
-    enum class Direction { CounterClockwise, Clockwise };
+    void logReading(double azimuth) const;
+    void takeFirstReading();
+    void endRotation(RotatorMotion::Seen end);
+    void moveAntenna();
 
-    // devicekt240m.cpp
-    void placeOnPanel(QWidget *widget, const QRect &place);
-    void connectDirectionButton(CAntennaButton *button);
-    void editSender();
+    /// Sends the order, if there is one, and shows the lamps.
+    bool obey(const RotatorMotion::MaybeOrder &order);
+    bool brake();
+    void showLamps();
     /// Shows where the antenna goes, or would go.
     void aimAntenna(double azimuth);
-    void updateMap();
+    /// Shows an antenna that stands where it was read last.
+    void restAntenna();
 
-    // kt240mrotation.cpp
-    static void light(CAntennaButton *button, bool on);
-    CAntennaButton *buttonOf(Direction direction) const;
-    CAntennaButton *buttonAgainst(Direction direction) const;
-    void logReading(bool wasRotating) const;
-    void takeFirstReading();
-    void endRotation();
-    void startPendingDirection();
-    void settleScheduledTarget();
-    void countIdlePolls();
-    void showAzimuth();
-    void moveAntenna();
-    bool isOperatorChoosing() const;
-    bool runOut();
-    bool brake();
-    void startTurning(Direction direction);
-    void turnOnceAtRest(Direction direction);
-
-    double m_scheduledTarget = unknownAngle;
-    double m_lastReading = unknownAngle;
-    double m_currentReading = unknownAngle;
-    /// Stands for the running manual rotation.
-    QPointer<CAntennaButton> m_activeDirectionButton;
-    std::unique_ptr<C4SAnchorLayout> m_panelLayout;
-    QPointer<CAntennaButton> m_ccwButton;
-    QPointer<CAntennaButton> m_cwButton;
-    QPointer<CAntennaButton> m_stopButton;
-    bool m_rotating = false;
-    int m_idlePolls = 0;
-    double m_previousReading = unknownAngle;
-    double m_polledAngle = unknownAngle;
-    bool m_ccwPending = false;
-    bool m_cwPending = false;
-    QPointer<CRotationDigitalDisplayWidget> m_digitalDisplay;
-    QPointer<CRotationDialWidget> m_dial;
-
-    /// The present rotation is nothing but a failed reading, and the operator has asked for nothing since.
-    bool m_onlyReadingFailed = false;
-    /// The digital display is in editing because the dial is dragged.
-    bool m_dialEditsDisplay = false;
+    RotatorMotion m_motion;
+    QPointer<RotatorPanel> m_panel;
 };

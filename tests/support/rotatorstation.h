@@ -104,6 +104,7 @@ struct RotatorStation
             {"drag", [&] { moveDial(QEvent::MouseMove, number); }},
             {"drop", [&] { moveDial(QEvent::MouseButtonRelease, number); }},
             {"display", [&] { emit display->onRotationChanged(number); }},
+            {"click", [&] { QTest::mouseClick(display, Qt::LeftButton); }},
             {"wheel", [&] { turnWheel(); }},
             {"pause", [&] { QTRY_VERIFY(!display->isEditing()); }}};
         const auto found = verbs.find(verb);
