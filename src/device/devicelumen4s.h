@@ -30,6 +30,4 @@ public:
 
 private:
     void settleAfterToggle();
-    void layoutButtons(const CVextralRemoteControlWidget &panel, int width, int height);
-    void layoutLabels(const CVextralRemoteControlWidget &panel, int width);
 };

@@ -1,6 +1,15 @@
 #include "widgets/antennabutton.h"
 
+#include "widgets/buttoncaption.h"
+
+#include <QEvent>
+#include <QStyleOptionButton>
+#include <QStylePainter>
+
 namespace {
+
+/// Border and padding of the sheet, on both sides together.
+constexpr int captionMargins = 12;
 
 // %1 text, %2 inner and %3 outer colour of the glow
 const char sheet[] =
@@ -46,6 +55,59 @@ void CAntennaButton::setRedState(bool red)
     setStyleSheet(red ? redSheet() : glowSheet(Qt::white));
     update();
 }
+
+// ---- The caption ----
+
+void CAntennaButton::fitCaption(int pixelSize)
+{
+    const QSize room = size() - QSize(captionMargins, captionMargins);
+    const FittedCaption fitted = fittedCaption(text(), font(), room, pixelSize);
+    m_wholeText = text();
+    m_fittedText = fitted.text;
+    QFont sized = font();
+    sized.setPixelSize(fitted.pixelSize);
+    setFont(sized);
+    composeToolTip();
+    update();
+}
+
+QString CAntennaButton::shownText() const
+{
+    return text() == m_wholeText ? m_fittedText : text();
+}
+
+void CAntennaButton::composeToolTip()
+{
+    m_composedToolTip = m_givenToolTip;
+    if (shownText() != text()) {
+        // The description is the name as it was typed, where a model gives one.
+        const QString name =
+            accessibleDescription().isEmpty() ? nameOfCaption(text()) : accessibleDescription();
+        m_composedToolTip = m_givenToolTip.isEmpty() ? name : name + QLatin1Char('\n') + m_givenToolTip;
+    }
+    if (toolTip() != m_composedToolTip)
+        setToolTip(m_composedToolTip);
+}
+
+bool CAntennaButton::event(QEvent *event)
+{
+    if (event->type() == QEvent::ToolTipChange && toolTip() != m_composedToolTip) {
+        m_givenToolTip = toolTip();
+        composeToolTip();
+    }
+    return QPushButton::event(event);
+}
+
+void CAntennaButton::paintEvent(QPaintEvent *event)
+{
+    Q_UNUSED(event)
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    option.text = shownText();
+    QStylePainter(this).drawControl(QStyle::CE_PushButton, option);
+}
+
+// ---- The mouse ----
 
 void CAntennaButton::mousePressEvent(QMouseEvent *event)
 {

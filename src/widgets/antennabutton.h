@@ -23,16 +23,32 @@ public:
     /// Leaving the red state shows a white glow until the next setColor().
     void setRedState(bool red);
 
+    /// Shows the caption in `pixelSize`, or as it fits into the button as it is now: see fittedCaption().
+    /// text() stays whole; where less of it is seen, the tool tip begins with all of it.
+    void fitCaption(int pixelSize);
+
 signals:
     /// The mouse went down or up on the button, whichever mouse button and whether or not it clicks.
     void onMouseDown();
     void onMouseUp();
 
 protected:
+    bool event(QEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
 
 private:
+    /// What of text() is seen.
+    QString shownText() const;
+    void composeToolTip();
+
     QColor m_color = Qt::white;
     bool m_redState = false;
+    /// The text that was fitted, and what is seen of it.
+    QString m_wholeText;
+    QString m_fittedText;
+    /// The tool tip as others set it, and as it was made of that.
+    QString m_givenToolTip;
+    QString m_composedToolTip;
 };

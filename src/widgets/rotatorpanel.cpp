@@ -27,14 +27,6 @@ QString stopTip()
     return RotatorPanel::tr("Stop\tEsc");
 }
 
-/// The captions follow the buttons' width.
-void fitCaption(CAntennaButton *button)
-{
-    QFont font = button->font();
-    font.setPixelSize(std::clamp(button->width() / 5, smallestCaption, largestCaption));
-    button->setFont(font);
-}
-
 } // namespace
 
 RotatorPanel::RotatorPanel(QWidget *frontPanel)
@@ -74,7 +66,7 @@ void RotatorPanel::relayout()
 {
     m_layout.relayout();
     for (CAntennaButton *button : {ccwButton, stopButton, cwButton})
-        fitCaption(button);
+        button->fitCaption(std::clamp(button->width() / 5, smallestCaption, largestCaption));
 }
 
 bool RotatorPanel::isChoosing() const

@@ -5,12 +5,16 @@
 #include "device/vextralremotecontrol.h"
 #include "line/linestate.h"
 #include "widgets/antennabutton.h"
+#include "widgets/buttoncaption.h"
 #include "widgets/ledbutton.h"
+#include "widgets/panelelements.h"
+#include "widgets/panelface.h"
 #include "widgets/rotationdialwidget.h"
 #include "widgets/rotationdigitaldisplaywidget.h"
 
 #include <QHelpEvent>
 #include <QLabel>
+#include <QPainter>
 #include <QPixmap>
 #include <QSignalBlocker>
 #include <QToolTip>
@@ -20,83 +24,52 @@
 
 namespace {
 
-constexpr int ledFontSize = 9;
-constexpr int ledRadius = 4;
+// Captions grow with their buttons.
+constexpr int usualCaption = 11;
+constexpr int largestCaption = 22;
+constexpr int captionsInAButton = 5;
 
-constexpr int captionSize = 11;
-constexpr int infoIndent = 3;
+/// Of a logo that cannot be read.
+constexpr QSize logoSize(80, 36);
 
-const QSize usualSize(418, 100);
-const QSize logoSize(80, 36);
-
-const QLatin1String indicatorLabelSheet("background-color: transparent; font-size: 10px;");
-const QLatin1String largeInfoSheet("background-color: transparent; font-size: 16px; color: white;");
-const QLatin1String smallInfoSheet("background-color: transparent; font-size: 11px; color: white;");
-const QLatin1String titleSheet("background-color: transparent; font-size: 20px; color: white;");
-
-/// A panel that is not seen yet shows its children with itself. Showing them before would polish and measure
-/// each of them for nothing.
-void showOnSeenPanel(QWidget *child)
+PanelTraits traitsOf(CVextralRemoteControl &model)
 {
-    if (child->parentWidget()->isVisible())
-        child->show();
+    PanelTraits traits;
+    traits.antennas = model.antennaCount();
+    traits.transmitLines = model.txButtonCount();
+    traits.radios = model.radioCount();
+    traits.hasSendAndPower = model.hasSendAndPower();
+    traits.hasSplit = model.hasSplit();
+    traits.hasInfoLabels = model.hasInfoLabels();
+    traits.hasTitle = model.hasTitleLabel();
+    return traits;
 }
 
-QLabel *createLabel(const QLatin1String &sheet, QWidget *panel)
+/// What has no place is not shown.
+void placeOrHide(QWidget *element, const QRect &place)
 {
-    auto *label = new QLabel(panel);
-    label->setStyleSheet(sheet);
-    label->setAttribute(Qt::WA_TransparentForMouseEvents);
-    showOnSeenPanel(label);
-    return label;
+    if (!element)
+        return;
+    if (place.isNull())
+        element->hide();
+    else
+        element->setGeometry(place);
 }
 
-/// A narrow one, because models place it where the display ends, with little room to the right.
-QLabel *createInfoLabel(const QLatin1String &sheet, QWidget *panel)
+template <typename Button>
+void placeAll(const QList<Button *> &buttons, const std::vector<QRect> &places)
 {
-    QLabel *label = createLabel(sheet, panel);
-    label->setIndent(infoIndent);
-    QFont narrow = label->font();
-    narrow.setStretch(QFont::SemiCondensed);
-    label->setFont(narrow);
-    return label;
+    const int count = std::min<int>(buttons.size(), static_cast<int>(places.size()));
+    for (int i = 0; i < count; ++i)
+        buttons[i]->setGeometry(places[i]);
 }
 
-QLabel *createHiddenLabel(const QString &text, QWidget *panel)
+void fitCaptions(const QList<CAntennaButton *> &buttons)
 {
-    QLabel *label = createLabel(indicatorLabelSheet, panel);
-    label->setText(text);
-    label->hide();
-    return label;
-}
-
-CAntennaButton *createAntennaButton(const QString &text, QWidget *panel)
-{
-    auto *button = new CAntennaButton(text, panel);
-    QFont font = button->font();
-    font.setPixelSize(captionSize);
-    button->setFont(font);
-    button->setFocusPolicy(Qt::NoFocus);
-    showOnSeenPanel(button);
-    return button;
-}
-
-CLedButton *createLed(const QString &text, const QString &spokenName, QWidget *panel)
-{
-    auto *led = new CLedButton(text, panel);
-    led->setFontSize(ledFontSize);
-    led->setRadius(ledRadius);
-    led->setFocusPolicy(Qt::NoFocus);
-    led->setAccessibleName(spokenName);
-    showOnSeenPanel(led);
-    return led;
-}
-
-CLedButton *createIndicator(const QString &text, const QString &spokenName, QWidget *panel)
-{
-    CLedButton *led = createLed(text, spokenName, panel);
-    led->setAttribute(Qt::WA_TransparentForMouseEvents);
-    return led;
+    for (CAntennaButton *button : buttons) {
+        const int growing = std::min(button->width(), button->height()) / captionsInAButton;
+        button->fitCaption(std::clamp(growing, usualCaption, largestCaption));
+    }
 }
 
 /// Entry of a status array for a button's position; the arrays are shorter than a list may be.
@@ -124,6 +97,7 @@ void CVextralRemoteControlWidget::bindController(CVextralRemoteControl *controll
     if (m_controller || !controller)
         return;
     m_controller = controller;
+    m_traits = traitsOf(*controller);
     createButtons();
     createIndicators();
     createLabels();
@@ -132,22 +106,22 @@ void CVextralRemoteControlWidget::bindController(CVextralRemoteControl *controll
 
 void CVextralRemoteControlWidget::createButtons()
 {
-    for (int n = 1; n <= m_controller->antennaCount(); ++n) {
-        CAntennaButton *button = createAntennaButton(QStringLiteral("Ant %1").arg(n), this);
+    for (int n = 1; n <= m_traits.antennas; ++n) {
+        CAntennaButton *button = PanelElements::antennaButton(QStringLiteral("Ant %1").arg(n), this);
         button->setAccessibleName(tr("Antenna %1").arg(n));
         connect(button, &QAbstractButton::clicked, this,
                 &CVextralRemoteControlWidget::onAntennaButtonStatusChange);
         m_antennaButtons << button;
     }
     // After the antennas, because models place them on top of the antenna buttons.
-    for (int n = 1; n <= m_controller->txButtonCount(); ++n) {
-        CLedButton *button = createLed(QStringLiteral("TX"), tr("Transmit line %1").arg(n), this);
+    for (int n = 1; n <= m_traits.transmitLines; ++n) {
+        CLedButton *button = PanelElements::led(QStringLiteral("TX"), tr("Transmit line %1").arg(n), this);
         connect(button, &QAbstractButton::clicked, this,
                 &CVextralRemoteControlWidget::onAntennaTXButtonPressed);
         m_txButtons << button;
     }
-    for (int n = 1; n <= m_controller->radioCount(); ++n) {
-        CAntennaButton *button = createAntennaButton(QStringLiteral("Radio %1").arg(n), this);
+    for (int n = 1; n <= m_traits.radios; ++n) {
+        CAntennaButton *button = PanelElements::antennaButton(QStringLiteral("Radio %1").arg(n), this);
         button->setAccessibleName(tr("Radio %1").arg(n));
         connect(button, &QAbstractButton::toggled, this,
                 &CVextralRemoteControlWidget::onRadioButtonStatusChange);
@@ -157,33 +131,102 @@ void CVextralRemoteControlWidget::createButtons()
 
 void CVextralRemoteControlWidget::createIndicators()
 {
-    if (m_controller->hasSendAndPower()) {
-        m_sendLabel = createHiddenLabel(QStringLiteral("Send"), this);
-        m_sendIndicator = createIndicator(QStringLiteral("SEND"), tr("Send"), this);
+    if (m_traits.hasSendAndPower) {
+        PanelElements::hiddenLabel(QStringLiteral("Send"), this);
+        m_sendIndicator = PanelElements::indicator(QStringLiteral("SEND"), tr("Send"), this);
         m_sendIndicator->setEnabled(false);
-        m_powerLabel = createHiddenLabel(QStringLiteral("Power"), this);
-        m_powerIndicator = createIndicator(QStringLiteral("POWER"), tr("Power"), this);
+        PanelElements::hiddenLabel(QStringLiteral("Power"), this);
+        m_powerIndicator = PanelElements::indicator(QStringLiteral("POWER"), tr("Power"), this);
     }
-    if (m_controller->hasSplit()) {
-        m_splitLabel = createHiddenLabel(QStringLiteral("Split"), this);
-        m_splitIndicator = createIndicator(QStringLiteral("SPLIT"), tr("Split"), this);
+    if (m_traits.hasSplit) {
+        PanelElements::hiddenLabel(QStringLiteral("Split"), this);
+        m_splitIndicator = PanelElements::indicator(QStringLiteral("SPLIT"), tr("Split"), this);
     }
 }
 
 void CVextralRemoteControlWidget::createLabels()
 {
     if (m_controller->hasLogo()) {
-        m_logoLabel = createLabel(indicatorLabelSheet, this);
-        m_logoLabel->setPixmap(QPixmap(QStringLiteral(":/images/logo.png")));
+        m_logoLabel = PanelElements::smallLabel(this);
+        const QPixmap logo(QStringLiteral(":/images/logo.png"));
+        m_logoLabel->setPixmap(logo);
         m_logoLabel->setScaledContents(true);
-        m_logoLabel->resize(logoSize);
+        m_traits.logo = logo.isNull() ? logoSize : logo.size() / logo.devicePixelRatio();
     }
-    if (m_controller->hasInfoLabels()) {
-        m_largeInfoLabel = createInfoLabel(largeInfoSheet, this);
-        m_smallInfoLabel = createInfoLabel(smallInfoSheet, this);
+    if (m_traits.hasInfoLabels) {
+        m_largeInfoLabel = PanelElements::largeInfoLabel(this);
+        m_smallInfoLabel = PanelElements::smallInfoLabel(this);
     }
-    if (m_controller->hasTitleLabel())
-        m_titleLabel = createLabel(titleSheet, this);
+    if (m_traits.hasTitle)
+        m_titleLabel = PanelElements::titleLabel(this);
+}
+
+// ---- The layout ----
+
+void CVextralRemoteControlWidget::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    relayout();
+}
+
+void CVextralRemoteControlWidget::relayout()
+{
+    if (!m_controller)
+        return;
+    if (m_controller->hasOwnPanel()) {
+        const QSize before = size();
+        m_controller->relayoutPanel(before.width(), before.height());
+        // The model may have set a minimum size that made the panel grow under its layout.
+        if (size() != before)
+            m_controller->relayoutPanel(width(), height());
+    } else {
+        place(PanelGeometry::inRows(size(), m_traits));
+    }
+    fitCaptions(m_antennaButtons);
+    fitCaptions(m_radioButtons);
+}
+
+void CVextralRemoteControlWidget::place(const PanelGeometry &geometry)
+{
+    placeAll(m_antennaButtons, geometry.antennas);
+    placeAll(m_txButtons, geometry.transmitLines);
+    placeAll(m_radioButtons, geometry.radios);
+    placeOrHide(m_powerIndicator, geometry.power);
+    placeOrHide(m_sendIndicator, geometry.send);
+    placeOrHide(m_splitIndicator, geometry.split);
+    placeOrHide(m_logoLabel, geometry.logo);
+    placeOrHide(m_largeInfoLabel, geometry.largeInfo);
+    placeOrHide(m_smallInfoLabel, geometry.smallInfo);
+    placeOrHide(m_titleLabel, geometry.title);
+}
+
+void CVextralRemoteControlWidget::paintEvent(QPaintEvent *event)
+{
+    Q_UNUSED(event)
+    QPainter painter(this);
+    paintPanelFace(painter, rect(), PanelGeometry::screen(size(), m_traits));
+}
+
+// ---- What is shown ----
+
+void CVextralRemoteControlWidget::showAntennaName(int index, const QString &name)
+{
+    CAntennaButton *button = m_antennaButtons.value(index);
+    if (!button)
+        return;
+    button->setText(captionOfName(QString(name).replace(QLatin1Char('/'), QLatin1Char('\n'))));
+    button->setAccessibleDescription(name);
+}
+
+void CVextralRemoteControlWidget::showTexts(const QString &title, const QString &largeInfo,
+                                            const QString &smallInfo)
+{
+    if (m_titleLabel)
+        m_titleLabel->setText(title);
+    if (m_largeInfoLabel)
+        m_largeInfoLabel->setText(largeInfo);
+    if (m_smallInfoLabel)
+        m_smallInfoLabel->setText(smallInfo);
 }
 
 void CVextralRemoteControlWidget::showStatus(const CDeviceStatus &status)
@@ -284,8 +327,10 @@ void CVextralRemoteControlWidget::setDial(CRotationDialWidget *dial)
 
 QSize CVextralRemoteControlWidget::sizeHint() const
 {
-    return usualSize.expandedTo(minimumSize());
+    return PanelGeometry::smallestInColumns.expandedTo(minimumSize());
 }
+
+// ---- What the operator does ----
 
 void CVextralRemoteControlWidget::onAntennaButtonStatusChange()
 {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "widgets/panelgeometry.h"
+
 #include <QList>
 #include <QPointer>
 #include <QWidget>
@@ -30,6 +32,14 @@ public:
 
     /// Builds the elements that the controller's model has. Called once, by the controller.
     void bindController(CVextralRemoteControl *controller);
+    /// What the bound controller's model has.
+    const PanelTraits &traits() const { return m_traits; }
+    /// For models that choose one of the panel's arrangements.
+    void place(const PanelGeometry &geometry);
+    /// Shows an antenna's name on its button, on a new line after each slash.
+    void showAntennaName(int index, const QString &name);
+    void showTexts(const QString &title, const QString &largeInfo, const QString &smallInfo);
+
     /// Lays the elements out over the present size once more, e.g. after an antenna's name changed.
     void relayout();
 
@@ -68,11 +78,6 @@ public:
     // Each is null when the model does not have it.
     CLedButton *sendIndicator() const { return m_sendIndicator; }
     CLedButton *powerIndicator() const { return m_powerIndicator; }
-    CLedButton *splitIndicator() const { return m_splitIndicator; }
-    QLabel *logoLabel() const { return m_logoLabel; }
-    QLabel *largeInfoLabel() const { return m_largeInfoLabel; }
-    QLabel *smallInfoLabel() const { return m_smallInfoLabel; }
-    QLabel *titleLabel() const { return m_titleLabel; }
 
     QSize sizeHint() const override;
 
@@ -98,32 +103,14 @@ private:
     void createLabels();
     bool showIndicatorToolTip(const QHelpEvent &event);
 
-    // vextralremotecontrolwidgetlayout.cpp
-    /// The dark screen in the middle of the face, between the columns of what stands beside it.
-    QRect displayArea() const;
-    void layoutOwnPanel();
-    void layoutOwnButtons();
-    void layoutOwnIndicators();
-
-    // vextralremotecontrolwidgetpainting.cpp
-    void paintFace(QPainter &painter) const;
-    void paintDisplay(QPainter &painter) const;
-
-    // Reserved, always zero; kept for the order of the fields.
-    int m_reserved1 = 0;
-    int m_reserved2 = 0;
-    int m_defaultHeight = 200;
-    int m_defaultWidth = 750;
     bool m_exclusiveAntennas = true;
     QPointer<CVextralRemoteControl> m_controller;
+    PanelTraits m_traits;
     QPointer<CRotationDigitalDisplayWidget> m_digitalDisplay;
     QPointer<CRotationDialWidget> m_dial;
     QList<CLedButton *> m_txButtons;
     QList<CAntennaButton *> m_antennaButtons;
     QList<CAntennaButton *> m_radioButtons;
-    QLabel *m_sendLabel = nullptr;
-    QLabel *m_powerLabel = nullptr;
-    QLabel *m_splitLabel = nullptr;
     CLedButton *m_sendIndicator = nullptr;
     CLedButton *m_powerIndicator = nullptr;
     CLedButton *m_splitIndicator = nullptr;

@@ -1,4 +1,5 @@
 #include "widgets/antennabutton.h"
+#include "widgets/buttoncaption.h"
 #include "widgets/ledbutton.h"
 #include "widgets/memorybutton.h"
 #include "widgets/memorybuttonspinedit.h"
@@ -39,6 +40,65 @@ private slots:
         button.setColor(Qt::blue);
         button.setRedState(true);
         QCOMPARE(glow(), QColor(Qt::blue));
+    }
+
+    void aCaptionWrapsThenShrinksThenIsCut_data()
+    {
+        QTest::addColumn<QString>("caption");
+        QTest::addColumn<QSize>("room");
+        QTest::addColumn<QRegularExpression>("shown"); // a line break is shown as "|"
+        QTest::addColumn<int>("pixelSize");
+        const auto row = [](const char *caption, const QSize &room, const char *shown, int pixelSize) {
+            QTest::newRow(caption) << caption << room << QRegularExpression(QString("^%1$").arg(shown))
+                                   << pixelSize;
+        };
+        row("20m", {90, 60}, "20m", 18);
+        row("&20m", {90, 60}, "&20m", 18);
+        row("North\nEast", {90, 60}, "North\\|East", 18);
+        row("Yagi A&&B", {60, 60}, "Yagi\\|A&&B", 18);
+        row("Beverage", {60, 60}, "Beverage", 0);
+        row("Beverage North East again", {60, 40}, "Beverage\\|North East\\|again", 0);
+        row("Beveragebeverage&&beverage", {60, 60}, "Beve[a-z]*\u2026", 9);
+        row("&&&&&&&&&&&&&&&&", {40, 60}, "(&&)+\u2026", 9);
+        row("a b c d", {12, 20}, ".*\u2026", 9);
+        row("", {60, 60}, "", 18);
+        row("no room", {-12, 0}, "no room", 18);
+    }
+    void aCaptionWrapsThenShrinksThenIsCut()
+    {
+        QFETCH(QString, caption);
+        QFETCH(QSize, room);
+        QFETCH(QRegularExpression, shown);
+        QFETCH(int, pixelSize);
+        QFont font;
+        const FittedCaption fitted = fittedCaption(caption, font, room, 18);
+        const QString text = QString(fitted.text).replace('\n', '|');
+        QVERIFY2(shown.match(text).hasMatch(), qUtf8Printable(text));
+        if (pixelSize > 0)
+            QCOMPARE(fitted.pixelSize, pixelSize);
+        else
+            QVERIFY(fitted.pixelSize > 9 && fitted.pixelSize < 18);
+        font.setPixelSize(fitted.pixelSize);
+        const QSize needed = QFontMetrics(font).size(Qt::TextShowMnemonic, fitted.text);
+        QVERIFY(room.isEmpty() || needed.width() <= room.width());
+    }
+
+    void aButtonPaintsItsFittedCaptionAndKeepsTheWholeOne()
+    {
+        CAntennaButton button("Beverage North East"), same;
+        for (CAntennaButton *b : {&button, &same}) {
+            b->resize(70, 70);
+            b->setToolTip("RX1\tF1");
+        }
+        button.fitCaption(11);
+        QCOMPARE(button.text(), QString("Beverage North East"));
+        QCOMPARE(button.toolTip(), QString("Beverage North East\nRX1\tF1"));
+        same.setFont(button.font());
+        same.setText("Beverage\nNorth East");
+        QCOMPARE(button.grab().toImage(), same.grab().toImage());
+        button.resize(300, 70);
+        button.fitCaption(11);
+        QCOMPARE(button.toolTip(), QString("RX1\tF1"));
     }
 
     void onlyAHeldMemoryButtonOpensItsEditor()

@@ -1,0 +1,23 @@
+#pragma once
+
+class CAntennaButton;
+class CLedButton;
+class QLabel;
+class QString;
+class QWidget;
+
+/// Makes what stands on a front panel, in its look, as the panel's child. None takes the focus; labels and
+/// indicators let the mouse through to the panel.
+namespace PanelElements {
+
+CAntennaButton *antennaButton(const QString &text, QWidget *panel);
+CLedButton *led(const QString &text, const QString &spokenName, QWidget *panel);
+CLedButton *indicator(const QString &text, const QString &spokenName, QWidget *panel);
+
+QLabel *smallLabel(QWidget *panel);
+void hiddenLabel(const QString &text, QWidget *panel);
+QLabel *largeInfoLabel(QWidget *panel);
+QLabel *smallInfoLabel(QWidget *panel);
+QLabel *titleLabel(QWidget *panel);
+
+} // namespace PanelElements

@@ -1,0 +1,8 @@
+#pragma once
+
+class QPainter;
+class QRect;
+
+/// Paints the front of a panel: a grey metal face, a dark screen let into it unless `screen` is empty, and
+/// shadows where the surface curves away. Rectangles are in the painter's pixels.
+void paintPanelFace(QPainter &painter, const QRect &face, const QRect &screen);

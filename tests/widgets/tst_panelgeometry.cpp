@@ -1,0 +1,92 @@
+#include "widgets/panelgeometry.h"
+
+#include <QtTest>
+
+namespace {
+
+constexpr QSize logo(80, 36);
+
+/// The places that are there, those of buttons and lamps only or of everything.
+QList<QRect> placed(const PanelGeometry &geometry, bool everything)
+{
+    QList<QRect> places;
+    for (const std::vector<QRect> *row : {&geometry.antennas, &geometry.transmitLines, &geometry.radios})
+        places.append(QList<QRect>(row->begin(), row->end()));
+    places << geometry.power << geometry.send << geometry.split;
+    if (everything)
+        places << geometry.logo << geometry.largeInfo << geometry.smallInfo << geometry.title;
+    places.removeAll(QRect());
+    return places;
+}
+
+QByteArray text(const QRect &rect)
+{
+    return QTest::toString(rect);
+}
+
+} // namespace
+
+class TestPanelGeometry : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void columnsStandByTheirNumbers_data()
+    {
+        QTest::addColumn<QSize>("panel");
+        QTest::addColumn<QList<QRect>>("expected"); // antennas 1 and 4, TX 1 and 4, POWER, info, title
+        QTest::newRow("smallest") << QSize(418, 100)
+                                  << QList<QRect>{{92, 30, 60, 58},   {272, 30, 60, 58}, {124, 35, 24, 20},
+                                                  {304, 35, 24, 20},  {20, 43, 45, 15},  {333, 5, 100, 20},
+                                                  {333, 24, 100, 14}, {10, 1, 398, 30}};
+        QTest::newRow("three times as large")
+            << QSize(1254, 300)
+            << QList<QRect>{{92, 30, 269, 258}, {899, 30, 269, 258}, {333, 35, 24, 20},   {1140, 35, 24, 20},
+                            {20, 143, 45, 15},  {1169, 5, 100, 20},  {1169, 24, 100, 14}, {10, 1, 1234, 30}};
+    }
+    void columnsStandByTheirNumbers()
+    {
+        QFETCH(QSize, panel);
+        const PanelGeometry g = PanelGeometry::inColumns(panel, {4, 4, 0, true, false, true, true, logo});
+        const QList<QRect> places{g.antennas.at(0),      g.antennas.at(3), g.transmitLines.at(0),
+                                  g.transmitLines.at(3), g.power,          g.largeInfo,
+                                  g.smallInfo,           g.title};
+        QTEST(places, "expected");
+        QCOMPARE(g.logo, QRect(QPoint(10, 4), logo));
+        QVERIFY(g.send.isNull() && g.split.isNull() && g.radios.empty());
+    }
+
+    void columnsAreDefinedForEverySize()
+    {
+        PanelTraits traits;
+        traits.antennas = traits.transmitLines = 4;
+        for (int width : {-1, 0, 21, 176, 177, 300}) {
+            for (const QRect &place : placed(PanelGeometry::inColumns({width, 41}, traits), true))
+                QVERIFY2(place.width() >= 0 && place.width() < (1 << 24), text(place));
+        }
+    }
+
+    void rowsAreTidyForEveryModel()
+    {
+        for (int bits = 0; bits < 64; ++bits) {
+            const auto has = [bits](int bit) { return (bits >> bit & 1) != 0; };
+            const PanelTraits traits{has(0) ? 6 : 4, has(1) ? 6 : 0, has(2) ? 3 : 0, has(3),
+                                     has(3),         has(4),         has(4),         has(5) ? logo : QSize()};
+            for (const QSize &panel : {QSize(418, 100), QSize(1254, 300)}) {
+                const PanelGeometry geometry = PanelGeometry::inRows(panel, traits);
+                QVERIFY(!geometry.antennas.empty() && has(3) != geometry.power.isNull());
+                const QList<QRect> places = placed(geometry, false);
+                for (int i = 0; i < places.size(); ++i) {
+                    QVERIFY2(places[i].height() >= 15 && QRect(QPoint(), panel).contains(places[i]),
+                             text(places[i]));
+                    QVERIFY2(!places[i].intersects(geometry.logo), text(places[i]));
+                    for (int other = 0; other < i; ++other)
+                        QVERIFY2(!places[i].intersects(places[other]), text(places[i]));
+                }
+            }
+        }
+    }
+};
+
+QTEST_APPLESS_MAIN(TestPanelGeometry)
+#include "tst_panelgeometry.moc"
