@@ -2,6 +2,7 @@
 
 #include "antenna/vextralantenna.h"
 #include "antenna/vextralantennaui.h"
+#include "settings/interfacemode.h"
 #include "settings/settings.h"
 #include "widgets/antennabutton.h"
 #include "widgets/map/vextralazimuthalwidget.h"

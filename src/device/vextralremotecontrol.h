@@ -40,8 +40,6 @@ class CVextralRemoteControl : public QObject
     Q_OBJECT
 
 public:
-    /// The window's interface modes.
-    enum InterfaceMode { ExtendedMode = 0, MiniMode = 1, SuperMiniMode = 2 };
     /// The keys that turn while they are held.
     enum DirectionKey { CounterClockwiseKey = 0, ClockwiseKey = 1 };
 
@@ -124,7 +122,7 @@ public:
     /// The window hands over the frame of its memory buttons.
     virtual void hookC(QWidget * /*widget*/) {}
     virtual void hideUnusedWidgets() {}
-    /// Follows the window into an InterfaceMode.
+    /// Follows the window into a mode, an InterfaceMode or a number of the model's own.
     virtual void applyInterfaceMode(int /*mode*/) {}
     virtual void decodeStatus(CDeviceStatus &status, quint8 a, quint8 b);
     virtual void buildPanel(CVextralRemoteControlWidget * /*widget*/) {}

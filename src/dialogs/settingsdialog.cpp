@@ -1,6 +1,7 @@
 #include "dialogs/settingsdialog.h"
 
 #include "dialogs/serialportselectiondialog.h"
+#include "settings/interfacemode.h"
 #include "settings/settings.h"
 #include "ui_settingsdialog.h"
 
@@ -8,7 +9,6 @@
 #include <QMessageBox>
 
 #include <array>
-#include <utility>
 
 namespace {
 
@@ -19,12 +19,10 @@ QString boldCaption(const QString &text)
         .arg(text.toHtmlEscaped());
 }
 
-/// The interface modes' buttons and their words in the settings.
-std::array<std::pair<QRadioButton *, QString>, 3> modesOf(const Ui::CSettingsDIalog &ui)
+/// By InterfaceMode.
+std::array<QRadioButton *, interfaceModes.size()> modeButtonsOf(const Ui::CSettingsDIalog &ui)
 {
-    return {{{ui.extendedUIRadioButton, QStringLiteral("extended")},
-             {ui.miniUiRadioButton, QStringLiteral("mini")},
-             {ui.superMiniUIRadioButton, QStringLiteral("supermini")}}};
+    return {ui.extendedUIRadioButton, ui.miniUiRadioButton, ui.superMiniUIRadioButton};
 }
 
 } // namespace
@@ -69,9 +67,10 @@ void CSettingsDIalog::save()
 
 QString CSettingsDIalog::interfaceModeName() const
 {
-    for (const auto &[button, word] : modesOf(*m_ui)) {
-        if (button->isChecked())
-            return word;
+    const auto buttons = modeButtonsOf(*m_ui);
+    for (std::size_t mode = 0; mode < buttons.size(); ++mode) {
+        if (buttons[mode]->isChecked())
+            return interfaceModes[mode].word;
     }
     return {};
 }
@@ -136,13 +135,13 @@ void CSettingsDIalog::on_serialPortButton_clicked()
 
 void CSettingsDIalog::checkInterfaceMode(const QString &mode)
 {
-    const auto modes = modesOf(*m_ui);
+    const auto buttons = modeButtonsOf(*m_ui);
     // The checked button of an exclusive group refuses to be unchecked.
-    for (const auto &[button, word] : modes) {
+    for (QRadioButton *button : buttons)
         button->setAutoExclusive(false);
-        button->setChecked(mode == word);
-    }
-    for (const auto &[button, word] : modes)
+    for (std::size_t i = 0; i < buttons.size(); ++i)
+        buttons[i]->setChecked(mode == interfaceModes[i].word);
+    for (QRadioButton *button : buttons)
         button->setAutoExclusive(true);
 }
 

@@ -1,5 +1,4 @@
-#include "mainwindow/mainwindow.h"
-#include "ui_mainwindow.h"
+#include "mainwindow/heldkeys.h"
 
 #include "antenna/vextralantenna.h"
 #include "compass/degrees.h"
@@ -10,9 +9,6 @@
 #include <QKeyEvent>
 
 #include <optional>
-
-// An antenna turns while an arrow key is held. Auto-repeat makes pairs of release and press, so a release
-// ends the rotation only when no press follows within releaseDelayMs.
 
 namespace {
 
@@ -40,64 +36,68 @@ std::optional<int> directionOfKey(int key)
 
 } // namespace
 
-void CMainWindow::keyPressEvent(QKeyEvent *event)
+HeldKeys::HeldKeys(CVextralRemoteControl *controller, CVextralAzimuthalWidget *map, QWidget *window)
+    : m_controller(controller), m_map(map), m_window(window)
 {
-    const std::optional<int> direction = directionOfKey(event->key());
-    if (!direction) {
-        QMainWindow::keyPressEvent(event);
-        return;
-    }
+    m_releaseTimer.setSingleShot(true);
+    m_releaseTimer.setInterval(releaseDelayMs);
+    connect(&m_releaseTimer, &QTimer::timeout, this, &HeldKeys::delayPassed);
+    window->installEventFilter(this);
+}
+
+void HeldKeys::passFrom(QWidget *widget)
+{
+    widget->installEventFilter(this);
+}
+
+bool HeldKeys::press(int key)
+{
+    const std::optional<int> direction = directionOfKey(key);
+    if (!direction)
+        return false;
     if (m_controller->acceptsDirectionKeys()) {
         if (m_controller->rotateByKey(*direction))
-            m_directionTimer.stop();
-        return;
+            m_releaseTimer.stop();
+        return true;
     }
-    m_directionTimer.stop();
-    if (m_keyHeld)
-        return;
-    m_keyHeld = true;
-    if (m_keyRotating)
-        return;
-    m_keyRotating = true;
-    changeCurrentAntennaDirection(*direction);
-}
-
-void CMainWindow::keyReleaseEvent(QKeyEvent *event)
-{
-    if (!directionOfKey(event->key())) {
-        QMainWindow::keyReleaseEvent(event);
-        return;
+    m_releaseTimer.stop();
+    if (m_held)
+        return true;
+    m_held = true;
+    if (!m_rotating) {
+        m_rotating = true;
+        turn(*direction);
     }
-    if (!m_controller->acceptsDirectionKeys())
-        m_directionTimer.start(releaseDelayMs);
-}
-
-bool CMainWindow::eventFilter(QObject *watched, QEvent *event)
-{
-    const bool isPress = event->type() == QEvent::KeyPress;
-    if (!isPress && event->type() != QEvent::KeyRelease)
-        return QMainWindow::eventFilter(watched, event);
-    auto *key = static_cast<QKeyEvent *>(event);
-    if (!directionOfKey(key->key()))
-        return QMainWindow::eventFilter(watched, event);
-    if (isPress)
-        keyPressEvent(key);
-    else
-        keyReleaseEvent(key);
     return true;
 }
 
-void CMainWindow::changeEvent(QEvent *event)
+bool HeldKeys::release(int key)
 {
-    QMainWindow::changeEvent(event);
-    // The release of a key goes to the window that is active by then.
-    if (event->type() == QEvent::ActivationChange && !isActiveWindow() && m_keyHeld)
-        m_directionTimer.start(releaseDelayMs);
+    if (!directionOfKey(key))
+        return false;
+    if (!m_controller->acceptsDirectionKeys())
+        m_releaseTimer.start();
+    return true;
 }
 
-void CMainWindow::changeCurrentAntennaDirection(int direction)
+bool HeldKeys::eventFilter(QObject *watched, QEvent *event)
 {
-    CVextralAntenna *antenna = m_ui->azimuthalWidget->currentAntenna();
+    if (watched == m_window) {
+        // The release of a key goes to the window that is active by then.
+        if (event->type() == QEvent::WindowDeactivate && m_held)
+            m_releaseTimer.start();
+        return false;
+    }
+    const bool isPress = event->type() == QEvent::KeyPress;
+    if (!isPress && event->type() != QEvent::KeyRelease)
+        return false;
+    const int key = static_cast<QKeyEvent *>(event)->key();
+    return isPress ? press(key) : release(key);
+}
+
+void HeldKeys::turn(int direction)
+{
+    CVextralAntenna *antenna = m_map->currentAntenna();
     if (!antenna)
         return;
     const bool ccw = direction == counterClockwise;
@@ -105,23 +105,36 @@ void CMainWindow::changeCurrentAntennaDirection(int direction)
     qDebug("................. changeCurrentAntennaDirection() %s", ccw ? "CCW" : "CW");
     antenna->setTarget(end);
     antenna->clearTarget();
-    m_ui->azimuthalWidget->setAnimationTicks(AzimuthalAnimation::ticksIn(m_controller->monitorInterval()));
-    m_ui->azimuthalWidget->startAnimation(antenna, antenna->angle(), end);
+    m_map->setAnimationTicks(AzimuthalAnimation::ticksIn(m_controller->monitorInterval()));
+    m_map->startAnimation(antenna, antenna->angle(), end);
     m_controller->rotateTo(end);
 }
 
-void CMainWindow::onAntennaDirectionTimer()
+void HeldKeys::letGo()
 {
-    m_directionTimer.stop();
-    m_keyHeld = false;
+    m_releaseTimer.stop();
+    m_held = false;
     stopCurrentAntenna();
 }
 
-void CMainWindow::stopCurrentAntenna()
+void HeldKeys::forget()
+{
+    m_releaseTimer.stop();
+    m_held = false;
+    m_rotating = false;
+}
+
+void HeldKeys::stopRotation()
+{
+    if (m_rotating)
+        stopCurrentAntenna();
+}
+
+void HeldKeys::stopCurrentAntenna()
 {
     qDebug("................. changeCurrentAntennaDirection() Stop1");
-    m_keyRotating = false;
-    CVextralAntenna *antenna = m_ui->azimuthalWidget->currentAntenna();
+    m_rotating = false;
+    CVextralAntenna *antenna = m_map->currentAntenna();
     const double position = m_controller->getCurrentAngle();
     if (isKnownAngle(position)) {
         if (antenna)
@@ -133,7 +146,7 @@ void CMainWindow::stopCurrentAntenna()
         if (antenna)
             antenna->setTarget(unknownAngle);
         m_controller->stop();
-        m_ui->azimuthalWidget->stopAnimation();
+        m_map->stopAnimation();
     }
     qDebug("................. changeCurrentAntennaDirection() Stop2");
 }

@@ -2,13 +2,21 @@
 #include "ui_mainwindow.h"
 
 #include "antenna/vextralantenna.h"
-#include "antenna/vextralantennaui.h"
-#include "compass/degrees.h"
 #include "device/devicelumen4s.h"
 #include "device/vextralremotecontrol.h"
+#include "dialogs/antennalabeleditordialog.h"
 #include "dialogs/settingsdialog.h"
+#include "mainwindow/antennatabs.h"
 #include "mainwindow/currentobjects.h"
+#include "mainwindow/heldkeys.h"
+#include "mainwindow/labelediting.h"
+#include "mainwindow/mapimagechoice.h"
+#include "mainwindow/memoryrow.h"
+#include "mainwindow/shortcuts.h"
+#include "mainwindow/windowmodes.h"
+#include "settings/interfacemode.h"
 #include "settings/settings.h"
+#include "settings/settingsfile.h"
 #include "widgets/antennabutton.h"
 #include "widgets/buttoncaption.h"
 #include "widgets/ledbutton.h"
@@ -16,11 +24,8 @@
 #include "widgets/memorybutton.h"
 #include "widgets/vextralremotecontrolwidget.h"
 
-#include <QCloseEvent>
-#include <QSignalBlocker>
-
-// How the window stands and what it hands to whom. Shortcuts, memories, modes, held keys and dialogs have a
-// source each.
+#include <QKeyEvent>
+#include <QScopedValueRollback>
 
 namespace {
 
@@ -29,6 +34,27 @@ constexpr int keyboardInputIntervalMs = 30000;
 
 constexpr int iconSide = 128;
 constexpr double zoomStep = 0.2;
+
+constexpr int firstRxKey = 1;
+constexpr int firstTxKey = 5;
+constexpr int firstRadioKey = 7;
+constexpr int firstMemoryKey = 1;
+constexpr char plus180Keys[] = "F12";
+
+/// With its size given, the picture is read only where the desktop asks for it.
+QIcon programIcon()
+{
+    QIcon icon;
+    icon.addFile(QStringLiteral(":images/Vextral.png"), QSize(iconSide, iconSide));
+    return icon;
+}
+
+template <typename Button>
+void clickAt(int position, const QList<Button *> &buttons)
+{
+    if (Button *button = buttons.value(position))
+        button->click();
+}
 
 } // namespace
 
@@ -39,28 +65,24 @@ CMainWindow::CMainWindow(QWidget *parent)
 CMainWindow::CMainWindow(const ControllerFactory &makeController, QWidget *parent)
     : QMainWindow(parent), m_ui(std::make_unique<Ui::CMainWindow>())
 {
-    m_ui->setupUi(this);
-    m_ui->plus180Button->setText(QStringLiteral("+180"));
-    hidePropertiesFrame();
-    collectMemoryButtons();
-    passDirectionKeysToWindow();
+    buildForm();
+    createMemoryRow();
     createFixedShortcuts();
-    connect(&m_directionTimer, &QTimer::timeout, this, &CMainWindow::onAntennaDirectionTimer);
     QApplication::setKeyboardInputInterval(keyboardInputIntervalMs);
     createSettingsDialog();
-    showIcon();
+    setWindowIcon(programIcon());
 
     const CSettings settings;
-    m_extendedSize = settings.extendedSize;
-    m_miniSize = settings.miniSize;
-    m_superMiniSize = settings.superMiniSize;
     createController(makeController, settings);
     connectController();
-    createEditors();
+    createHeldKeys();
+    createAntennaTabs();
+    m_modes = std::make_unique<WindowModes>(this, *m_ui, m_controller);
+    m_modes->takeSizes(settings);
     applySettings(settings);
     m_controller->hideUnusedWidgets();
     m_controller->hookC(m_ui->memoryButtonsFrame);
-    fitFramesToContent();
+    m_modes->fitFramesToContent();
     openPort(settings.comPortName);
     createDeviceShortcuts();
     connectMenu();
@@ -77,42 +99,36 @@ CMainWindow::~CMainWindow()
         CurrentObjects::setSettingsDialog(nullptr);
 }
 
-void CMainWindow::showIcon()
+// ---- Making and connecting the parts ----
+
+void CMainWindow::buildForm()
 {
-    // With its size told, the picture is read only where the desktop asks for it.
-    QIcon icon;
-    icon.addFile(QStringLiteral(":images/Vextral.png"), QSize(iconSide, iconSide));
-    setWindowIcon(icon);
+    m_ui->setupUi(this);
+    m_ui->plus180Button->setText(QStringLiteral("+180"));
+    m_ui->propertiesFrame->hide();
+    m_mapImageChoice = std::make_unique<MapImageChoice>(this);
+    connect(m_mapImageChoice.get(), &MapImageChoice::installed, m_ui->azimuthalWidget,
+            &CVextralAzimuthalWidget::reloadMap);
 }
 
-void CMainWindow::collectMemoryButtons()
+void CMainWindow::createMemoryRow()
 {
-    m_memoryButtons = {m_ui->memoButton1, m_ui->memoButton2,  m_ui->memoButton3,  m_ui->memoButton4,
-                       m_ui->memoButton5, m_ui->memoButton6,  m_ui->memoButton7,  m_ui->memoButton8,
-                       m_ui->memoButton9, m_ui->memoButton10, m_ui->plus180Button};
-    for (QPushButton *button : m_memoryButtons) {
-        auto *memory = qobject_cast<CMemoryButton *>(button);
-        if (!memory)
-            continue;
+    m_memoryRow = std::make_unique<MemoryRow>(
+        std::vector<CMemoryButton *>{
+            m_ui->memoButton1, m_ui->memoButton2, m_ui->memoButton3, m_ui->memoButton4, m_ui->memoButton5,
+            m_ui->memoButton6, m_ui->memoButton7, m_ui->memoButton8, m_ui->memoButton9, m_ui->memoButton10},
+        m_ui->plus180Button, m_ui->azimuthalWidget);
+    for (CMemoryButton *memory : m_memoryRow->memories()) {
         connect(memory, &CMemoryButton::clicked, this, &CMainWindow::onMemoryButtonClicked);
         connect(memory, &CMemoryButton::onMemoryValueChanged, this, &CMainWindow::onMemoryValueChanged);
     }
-}
-
-void CMainWindow::passDirectionKeysToWindow()
-{
-    // Focused buttons keep Left and Right for themselves; here these keys turn the antenna.
-    for (QPushButton *button : {m_ui->pushButton, m_ui->zoomInButton, m_ui->zoomInButton_2,
-                                m_ui->hidePropertiesButton, m_ui->propertiesButton})
-        button->installEventFilter(this);
 }
 
 void CMainWindow::createSettingsDialog()
 {
     if (CurrentObjects::settingsDialog())
         return;
-    auto *dialog = new CSettingsDIalog(this);
-    CurrentObjects::setSettingsDialog(dialog);
+    CurrentObjects::setSettingsDialog(new CSettingsDIalog(this));
 }
 
 void CMainWindow::createController(const ControllerFactory &makeController, const CSettings &settings)
@@ -126,66 +142,129 @@ void CMainWindow::createController(const ControllerFactory &makeController, cons
 
 void CMainWindow::connectController()
 {
-    connect(m_controller, &CVextralRemoteControl::onRelayBoxIdChanged, this,
-            &CMainWindow::onRotorRelayBoxIdChanged);
+    using Controller = CVextralRemoteControl;
+    connect(m_controller, &Controller::onRelayBoxIdChanged, this, &CMainWindow::onRotorRelayBoxIdChanged);
     connect(m_ui->azimuthalWidget, &CVextralAzimuthalWidget::onCurrentAntennaChanged, this,
             &CMainWindow::onCurrentAntennaChanged);
-    connect(m_controller, &CVextralRemoteControl::onStopRotating, this, &CMainWindow::onStopRotating);
-    connect(m_controller, &CVextralRemoteControl::onStartRotating, this, &CMainWindow::onStartRotating);
+    connect(m_controller, &Controller::onStopRotating, this, &CMainWindow::onStopRotating);
+    connect(m_controller, &Controller::onStartRotating, this,
+            [this](double angle) { m_memoryRow->showStart(angle); });
     connect(m_ui->tabWidget, &QTabWidget::currentChanged, this, &CMainWindow::onTabChanged);
     for (CVextralAntenna *antenna : m_controller->antennas())
         connect(antenna, &CVextralAntenna::onRotationDone, this, &CMainWindow::onAntennaRotationDone);
 }
 
-void CMainWindow::createEditors()
+void CMainWindow::createHeldKeys()
 {
-    for (int i = 0; i < m_controller->antennaCount(); ++i) {
-        CVextralAntenna *antenna = m_controller->antenna(i);
-        if (!antenna)
-            break;
-        auto *editor = new CVextralAntennaUI(m_controller->rotorCount(), m_ui->tabWidget);
-        m_ui->tabWidget->addTab(editor, QStringLiteral("Antenna %1").arg(i + 1));
-        antenna->setEditor(editor);
-        m_controller->setupAntennaEditor(editor);
-        connect(editor, &CVextralAntennaUI::onNameEdited, this, &CMainWindow::onNameEdited);
-    }
+    m_heldKeys = std::make_unique<HeldKeys>(m_controller, m_ui->azimuthalWidget, this);
+    connect(m_heldKeys.get(), &HeldKeys::delayPassed, this, &CMainWindow::onAntennaDirectionTimer);
+    for (QPushButton *button : {m_ui->pushButton, m_ui->zoomInButton, m_ui->zoomInButton_2,
+                                m_ui->hidePropertiesButton, m_ui->propertiesButton})
+        m_heldKeys->passFrom(button);
+}
+
+void CMainWindow::createAntennaTabs()
+{
+    m_antennaTabs = std::make_unique<AntennaTabs>(m_ui->tabWidget, m_ui->tabWidgetLayout, m_controller);
+    m_antennaTabs->createEditors();
+    connect(m_antennaTabs.get(), &AntennaTabs::nameEdited, m_ui->remoteControlWidget,
+            &CVextralRemoteControlWidget::relayout);
+}
+
+// ---- Keys and menu ----
+
+void CMainWindow::createFixedShortcuts()
+{
+    m_shortcuts = std::make_unique<Shortcuts>(this);
+    const std::vector<CMemoryButton *> &memories = m_memoryRow->memories();
+    m_shortcuts->addRow(QStringLiteral("M"), memories, QStringLiteral("Shift+"), firstMemoryKey, this,
+                        &CMainWindow::onMemoryButtonShortcutTrigered);
+    for (std::size_t i = 0; i < memories.size(); ++i)
+        memories[i]->setAccessibleName(tr("Memory %1").arg(i + 1));
+
+    m_shortcuts->add(plus180Keys, this, &CMainWindow::on_plus180Button_clicked);
+    Shortcuts::showKeys(m_ui->plus180Button, tr("Opposite bearing"), plus180Keys);
+    m_ui->plus180Button->setAccessibleName(tr("Opposite bearing"));
+    m_rotorShortcut = m_shortcuts->add(QStringLiteral("F9"), this, &CMainWindow::toggleRotor);
+}
+
+void CMainWindow::createDeviceShortcuts()
+{
+    const CVextralRemoteControlWidget *panel = m_ui->remoteControlWidget;
+    m_shortcuts->addRow(QStringLiteral("RX"), panel->antennaButtons(), QString(), firstRxKey, this,
+                        &CMainWindow::onAtennaButtonShortcutTrigered);
+    m_shortcuts->addRow(QStringLiteral("TX"), panel->txButtons(), QString(), firstTxKey, this,
+                        &CMainWindow::onAtennaTXButtonShortcutTrigered);
+    createRadioShortcuts();
+}
+
+void CMainWindow::createRadioShortcuts()
+{
+    const int radios = m_controller->radioCount();
+    for (int i = 0; i < radios; ++i)
+        m_shortcuts->addForPosition(i, Shortcuts::functionKey(firstRadioKey + i), this,
+                                    &CMainWindow::onRadioButtonShortcutTrigered);
+    if (radios == 0 || m_controller->rotorCount() > 0)
+        return;
+    delete m_rotorShortcut;
+    m_rotorShortcut = nullptr;
+}
+
+void CMainWindow::connectMenu()
+{
+    const bool allowsSettingsDialog = m_controller->capabilityH();
+    const bool allowsLabelEditor = m_controller->capabilityI();
+    if (allowsSettingsDialog)
+        m_shortcuts->add(QStringLiteral("Ctrl+F5"), this, &CMainWindow::onShowSettingsDialog);
+    if (allowsLabelEditor)
+        m_shortcuts->add(QStringLiteral("Ctrl+F6"), this, &CMainWindow::onShowAntennaLabelEditorDialog);
+    m_ui->actionPreferences->setEnabled(allowsSettingsDialog);
+    m_ui->actionLabels->setEnabled(allowsLabelEditor);
+    connect(m_ui->actionPreferences, &QAction::triggered, this, &CMainWindow::onPreferenceMenuTriggered);
+    connect(m_ui->actionLabels, &QAction::triggered, this, &CMainWindow::onEditLabelsMenuTriggered);
+}
+
+void CMainWindow::onAtennaButtonShortcutTrigered()
+{
+    clickAt(m_shortcuts->positionOf(sender()), m_ui->remoteControlWidget->antennaButtons());
+}
+
+void CMainWindow::onAtennaTXButtonShortcutTrigered()
+{
+    clickAt(m_shortcuts->positionOf(sender()), m_ui->remoteControlWidget->txButtons());
+}
+
+void CMainWindow::onRadioButtonShortcutTrigered()
+{
+    const int position = m_shortcuts->positionOf(sender());
+    if (position >= 0)
+        m_controller->toggleRadio(position);
+}
+
+void CMainWindow::onMemoryButtonShortcutTrigered()
+{
+    m_memoryRow->recall(m_shortcuts->positionOf(sender()));
+}
+
+void CMainWindow::toggleRotor()
+{
+    m_controller->toggleRotor();
 }
 
 // ---- Applying the settings ----
 
 void CMainWindow::applySettings(const CSettings &settings)
 {
-    applyAntennaSettings(settings);
-    for (int i = 0; i < CSettings::elementCount; ++i)
-        m_memoryButtons[i]->setText(settings.memories[i]);
+    m_antennaTabs->apply(settings, m_ui->azimuthalWidget);
+    m_memoryRow->showTexts(settings.memories);
     const QList<CAntennaButton *> radios = m_ui->remoteControlWidget->radioButtons();
     for (int i = 0; i < radios.size() && i < CSettings::elementCount; ++i)
         radios[i]->setText(captionOfName(settings.radioNames[i]));
     m_ui->remoteControlWidget->relayout();
     m_ui->azimuthalWidget->update();
-    applyInterfaceMode(modeOfName(settings.interfaceMode));
+    m_modes->apply(interfaceModeOf(settings.interfaceMode));
     m_ui->azimuthalWidget->refreshDisplays(true, true);
     applyIdentity(settings.relayBoxId, settings.relayBoxName);
-}
-
-void CMainWindow::applyAntennaSettings(const CSettings &settings)
-{
-    for (int i = 0; i < m_controller->antennaCount() && i < CSettings::elementCount; ++i) {
-        CVextralAntenna *antenna = m_controller->antenna(i);
-        if (!antenna)
-            break;
-        antenna->setColor(settings.colors[i]);
-        antenna->setEnabled(settings.enabled[i]);
-        antenna->setAngle(settings.angles[i]);
-        antenna->setTarget(settings.angles[i]);
-        antenna->setRotating(false);
-        antenna->setName(settings.names[i]);
-
-        m_ui->azimuthalWidget->showInDisplay(antenna, shownDegrees(settings.angles[i]));
-        if (CVextralAntennaUI *editor = antenna->editor())
-            editor->showSettings();
-        m_ui->tabWidget->setTabText(i, QStringLiteral("A%1").arg(i + 1));
-    }
 }
 
 bool CMainWindow::isTitledByName() const
@@ -216,51 +295,16 @@ void CMainWindow::openPort(const QString &portName)
         power->setChecked(false);
 }
 
-// ---- What the controller, the map and the editors tell ----
+// ---- The map and the tabs ----
 
 void CMainWindow::onCurrentAntennaChanged(CVextralAntenna *antenna)
 {
-    if (!antenna)
-        return;
-    const QSignalBlocker blocker(m_ui->tabWidget);
-    m_ui->tabWidget->setCurrentIndex(antenna->index());
+    m_antennaTabs->select(antenna);
 }
 
 void CMainWindow::onTabChanged(int index)
 {
-    CVextralAntenna *antenna = m_controller ? m_controller->antenna(index) : nullptr;
-    // Asking for the selected rotor reads the box: not for an antenna that no rotor turns.
-    if (!antenna || !antenna->isRotorConnected())
-        return;
-    const int selected = m_controller->currentRotor(nullptr);
-    // Another tab may have been chosen while the box was asked.
-    if (m_ui->tabWidget->currentIndex() != index)
-        return;
-    if (selected >= 0 && selected != antenna->rotorId())
-        m_controller->setCurrentRotor(antenna->rotorId());
-}
-
-void CMainWindow::onAntennaRotationDone()
-{
-    light(nullptr);
-}
-
-void CMainWindow::onStopRotating()
-{
-    m_directionTimer.stop();
-    m_keyHeld = false;
-    m_keyRotating = false;
-    light(nullptr);
-}
-
-void CMainWindow::onNameEdited()
-{
-    m_ui->remoteControlWidget->relayout();
-}
-
-void CMainWindow::toggleRotor()
-{
-    m_controller->toggleRotor();
+    m_antennaTabs->followTab(index);
 }
 
 void CMainWindow::on_zoomInButton_clicked()
@@ -273,11 +317,164 @@ void CMainWindow::on_zoomInButton_2_clicked()
     m_ui->azimuthalWidget->setZoom(m_ui->azimuthalWidget->zoom() - zoomStep);
 }
 
+void CMainWindow::on_pushButton_clicked()
+{
+    m_mapImageChoice->ask();
+}
+
+// ---- Memories ----
+
+void CMainWindow::onMemoryButtonClicked(bool b)
+{
+    Q_UNUSED(b)
+    m_memoryRow->click(sender());
+}
+
+void CMainWindow::onMemoryValueChanged(int value)
+{
+    m_memoryRow->store(sender(), value);
+}
+
+void CMainWindow::on_plus180Button_clicked()
+{
+    m_memoryRow->recallOpposite();
+}
+
+void CMainWindow::onAntennaRotationDone()
+{
+    m_memoryRow->showRest();
+}
+
+// ---- Held keys ----
+
+void CMainWindow::keyPressEvent(QKeyEvent *event)
+{
+    if (!m_heldKeys->press(event->key()))
+        QMainWindow::keyPressEvent(event);
+}
+
+void CMainWindow::keyReleaseEvent(QKeyEvent *event)
+{
+    if (!m_heldKeys->release(event->key()))
+        QMainWindow::keyReleaseEvent(event);
+}
+
+void CMainWindow::onAntennaDirectionTimer()
+{
+    m_heldKeys->letGo();
+}
+
+void CMainWindow::onStopRotating()
+{
+    m_heldKeys->forget();
+    m_memoryRow->showRest();
+}
+
+// ---- The window's size ----
+
+void CMainWindow::resizeEvent(QResizeEvent *event)
+{
+    QMainWindow::resizeEvent(event);
+    m_modes->followResize();
+}
+
+void CMainWindow::on_propertiesButton_clicked()
+{
+    m_modes->openProperties();
+}
+
+void CMainWindow::on_hidePropertiesButton_clicked()
+{
+    m_modes->closeProperties();
+}
+
 void CMainWindow::closeEvent(QCloseEvent *event)
 {
     // So that the size without the panel is the one that is kept.
-    on_hidePropertiesButton_clicked();
-    if (m_keyRotating)
-        stopCurrentAntenna();
+    m_modes->closeProperties();
+    m_heldKeys->stopRotation();
     QMainWindow::closeEvent(event);
+}
+
+// ---- Dialogs, which are modal but run no event loop of their own: one that was opened inside a poll would
+// stop the polling until it is closed ----
+
+void CMainWindow::onPreferenceMenuTriggered(bool c)
+{
+    Q_UNUSED(c)
+    onShowSettingsDialog();
+}
+
+void CMainWindow::onShowSettingsDialog()
+{
+    CSettingsDIalog *dialog = CurrentObjects::settingsDialog();
+    if (!dialog || dialog->isVisible() || !m_controller->capabilityH())
+        return;
+    m_modes->closeProperties();
+    m_antennaTabs->lendTo(dialog);
+    dialog->setNameCaption(m_controller->modelName() + QLatin1String(" name:"));
+    const bool hasId = m_controller->capabilityA();
+    dialog->setIdRowVisible(hasId);
+    if (hasId)
+        dialog->setIdCaption(m_controller->modelName() + QLatin1String(" id:"));
+    dialog->load();
+    connect(dialog, &QDialog::finished, this, &CMainWindow::onSettingsDialogFinished);
+    dialog->open();
+}
+
+void CMainWindow::onSettingsDialogFinished(int result)
+{
+    // The dialog serves every window of the process; it is this one's until it closes.
+    CSettingsDIalog *dialog = CurrentObjects::settingsDialog();
+    disconnect(dialog, &QDialog::finished, this, nullptr);
+    m_antennaTabs->takeBack();
+    if (result != QDialog::Accepted)
+        return;
+    const QString mode = dialog->interfaceModeName();
+    if (!mode.isEmpty())
+        m_modes->apply(interfaceModeOf(mode));
+    applyIdentity(m_controller->relayBoxId(), CSettings().relayBoxName);
+}
+
+void CMainWindow::onEditLabelsMenuTriggered(bool c)
+{
+    Q_UNUSED(c)
+    onShowAntennaLabelEditorDialog();
+}
+
+void CMainWindow::onShowAntennaLabelEditorDialog()
+{
+    if (m_controller->capabilityI())
+        editLabels(m_ui->remoteControlWidget, m_controller, this);
+}
+
+// ---- Another relay box ----
+
+void CMainWindow::onRotorRelayBoxIdChanged(int currentValue, int newValue)
+{
+    // Reopening the port polls, and a poll may report the same change again.
+    if (m_changingRelayBox)
+        return;
+    const QScopedValueRollback<bool> changing(m_changingRelayBox, true);
+    CSettingsDIalog *dialog = CurrentObjects::settingsDialog();
+    if (dialog && dialog->isVisible())
+        dialog->save();
+
+    qDebug("CMainWindow::onRotorRelayBoxIdChanged() - O atual valor [%d] mudou para [%d]", currentValue,
+           newValue);
+    const CSettings settings = SettingsFile::ofThisProgram().exchange(currentValue, newValue);
+    // What is being typed belongs to the box that went.
+    for (auto *editor : findChildren<CAntennaLabelEditorDialog *>())
+        editor->reject();
+    m_memoryRow->abandonEdits();
+    m_memoryRow->forgetRecall();
+    m_controller->close();
+    m_controller->applyRotorAssignment(&settings);
+    applySettings(settings);
+    for (CVextralAntenna *antenna : m_controller->antennas())
+        antenna->refreshEditor();
+    update();
+    openPort(settings.comPortName);
+    if (dialog && dialog->isVisible())
+        dialog->load();
 }

@@ -2,29 +2,29 @@
 
 #include <QMainWindow>
 #include <QPointer>
-#include <QSize>
-#include <QTimer>
 
 #include <functional>
 #include <memory>
-#include <vector>
 
-class CAntennaLabelEditorDialog;
+class AntennaTabs;
 class CSettings;
 class CVextralAntenna;
 class CVextralRemoteControl;
-class QPushButton;
+class HeldKeys;
+class MapImageChoice;
+class MemoryRow;
 class QShortcut;
+class Shortcuts;
+class WindowModes;
 
 namespace Ui {
 class CMainWindow;
 }
 
-/// The program's only top-level window: it stands the controller, the front panel, the map, the antennas'
-/// editors, the memories and the keyboard together, and keeps the window size of each interface mode in the
-/// settings.
+/// The program's only top-level window. It makes the controller, the form and the objects that the window
+/// consists of, connects them with each other, and gives the settings to all of them.
 ///
-/// It owns the controller. Sizes are in pixels; azimuths are whole compass degrees.
+/// It owns the controller.
 class CMainWindow : public QMainWindow
 {
     Q_OBJECT
@@ -32,9 +32,9 @@ class CMainWindow : public QMainWindow
 public:
     using ControllerFactory = std::function<CVextralRemoteControl *(const CSettings &settings)>;
 
-    /// Stands on the stack switch.
+    /// Uses the stack-switch controller.
     explicit CMainWindow(QWidget *parent = nullptr);
-    /// Stands on the controller that `makeController` returns; the window takes it over.
+    /// Uses the controller that `makeController` returns; the window takes it over.
     explicit CMainWindow(const ControllerFactory &makeController, QWidget *parent = nullptr);
     ~CMainWindow() override;
 
@@ -63,91 +63,41 @@ private slots:
     void onEditLabelsMenuTriggered(bool c);
 
 protected:
-    bool eventFilter(QObject *watched, QEvent *event) override;
-    void changeEvent(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void keyReleaseEvent(QKeyEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    // mainwindow.cpp
-    void showIcon();
-    void collectMemoryButtons();
-    void passDirectionKeysToWindow();
+    void buildForm();
+    void createMemoryRow();
     void createSettingsDialog();
     void createController(const ControllerFactory &makeController, const CSettings &settings);
     void connectController();
-    void createEditors();
+    void createHeldKeys();
+    void createAntennaTabs();
+    void createFixedShortcuts();
+    void createDeviceShortcuts();
+    void createRadioShortcuts();
+    void connectMenu();
+
     void applySettings(const CSettings &settings);
-    void applyAntennaSettings(const CSettings &settings);
     void applyIdentity(int relayBoxId, const QString &relayBoxName);
     bool isTitledByName() const;
     void openPort(const QString &portName);
+
     void onStopRotating();
-    void onNameEdited();
-
-    // windowshortcuts.cpp
-    QShortcut *addShortcut(const QString &keys, void (CMainWindow::*slot)());
-    void createFixedShortcuts();
-    void createDeviceShortcuts();
-    void connectMenu();
-    void createRadioShortcuts();
-
-    // windowmemories.cpp
-    void recallMemory(int position);
-    int memoryPositionOf(const QObject *button) const;
-    /// Turns the current antenna; the button is lit while the antenna is under way.
-    void approach(QPushButton *button, int azimuth);
-    void light(const QPushButton *approached);
-    /// No antenna is on its way to what a memory holds any more.
-    void forgetRecall();
-    void onStartRotating(double angle);
-
-    // windowmodes.cpp
-    static int modeOfName(const QString &name);
-    QSize *sizeOfMode(int mode);
-    void applyInterfaceMode(int mode);
-    void fitFramesToContent();
-    void resizeSettled(const QSize &size);
-    void hidePropertiesFrame();
-    void storeSize(const QSize &size);
-
-    // heldkeys.cpp
-    void changeCurrentAntennaDirection(int direction);
-    void stopCurrentAntenna();
-
-    // windowdialogs.cpp
     void onSettingsDialogFinished(int result);
-    void takeLabels(const CAntennaLabelEditorDialog &dialog);
-    void chooseMapImage();
-    void installMapImage(const QString &chosenFile);
 
-    QSize m_extendedSize;
-    QSize m_miniSize;
-    QSize m_superMiniSize;
-    bool m_keyHeld = false;
-    bool m_keyRotating = false;
-    QTimer m_directionTimer;
-    /// Memory 1 to 10, then +180.
-    std::vector<QPushButton *> m_memoryButtons;
-    std::vector<QShortcut *> m_shortcuts;
-    int m_interfaceMode = 0; ///< A CVextralRemoteControl::InterfaceMode.
-    /// The size before the properties panel was opened.
-    QSize m_savedSize;
     std::unique_ptr<Ui::CMainWindow> m_ui;
+    QPointer<CVextralRemoteControl> m_controller;
+    std::unique_ptr<MemoryRow> m_memoryRow;
+    std::unique_ptr<Shortcuts> m_shortcuts;
+    std::unique_ptr<HeldKeys> m_heldKeys;
+    std::unique_ptr<AntennaTabs> m_antennaTabs;
+    std::unique_ptr<WindowModes> m_modes;
+    std::unique_ptr<MapImageChoice> m_mapImageChoice;
     /// Null when the model's radios need the key.
     QShortcut *m_rotorShortcut = nullptr;
-
-    // Position in these lists is the number of the button that the shortcut stands for.
-    std::vector<QShortcut *> m_memoryShortcuts;
-    std::vector<QShortcut *> m_rxShortcuts;
-    std::vector<QShortcut *> m_txShortcuts;
-    std::vector<QShortcut *> m_radioShortcuts;
-
-    QPointer<CVextralRemoteControl> m_controller;
     bool m_changingRelayBox = false;
-    /// The memory recalled last and where it leads, in degrees.
-    QPushButton *m_recalled = nullptr;
-    int m_recalledAzimuth = 0;
 };

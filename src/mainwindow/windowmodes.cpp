@@ -1,19 +1,15 @@
-#include "mainwindow/mainwindow.h"
-#include "ui_mainwindow.h"
+#include "mainwindow/windowmodes.h"
 
 #include "device/vextralremotecontrol.h"
-#include "settings/settings.h"
 #include "settings/settingsfile.h"
+#include "ui_mainwindow.h"
 #include "widgets/map/vextralazimuthalwidget.h"
 
 #include <QFile>
 #include <QLayout>
-
-// The window's three sizes and looks, and the properties panel that widens it.
+#include <QMainWindow>
 
 namespace {
-
-using Modes = CVextralRemoteControl;
 
 constexpr int remoteFrameMaximumHeight = 90;
 constexpr int propertiesPanelWidth = 350;
@@ -21,132 +17,121 @@ constexpr int propertiesButtonSide = 20;
 constexpr int propertiesButtonRightOffset = 22;
 constexpr int propertiesButtonTop = 2;
 
-/// By window mode.
-constexpr QSize defaultSizes[] = {CSettings::defaultExtendedSize, CSettings::defaultMiniSize,
-                                  CSettings::defaultSuperMiniSize};
-
 } // namespace
 
-int CMainWindow::modeOfName(const QString &name)
+WindowModes::WindowModes(QMainWindow *window, const Ui::CMainWindow &form, CVextralRemoteControl *controller)
+    : m_window(window), m_form(form), m_controller(controller)
+{}
+
+void WindowModes::takeSizes(const CSettings &settings)
 {
-    if (name == QLatin1String("mini"))
-        return Modes::MiniMode;
-    return name == QLatin1String("supermini") ? Modes::SuperMiniMode : Modes::ExtendedMode;
+    for (std::size_t mode = 0; mode < interfaceModes.size(); ++mode)
+        m_sizes[mode] = settings.*interfaceModes[mode].size;
 }
 
-QSize *CMainWindow::sizeOfMode(int mode)
-{
-    switch (mode) {
-    case Modes::ExtendedMode:
-        return &m_extendedSize;
-    case Modes::MiniMode:
-        return &m_miniSize;
-    case Modes::SuperMiniMode:
-        return &m_superMiniSize;
-    }
-    return nullptr;
-}
-
-void CMainWindow::applyInterfaceMode(int mode)
+void WindowModes::apply(int mode)
 {
     const bool allowsExtended = m_controller->supportsAzimuthalMap();
     if (!allowsExtended)
-        mode = Modes::MiniMode;
-    m_ui->remoteFrame->setMaximumHeight(allowsExtended ? remoteFrameMaximumHeight : QWIDGETSIZE_MAX);
+        mode = MiniMode;
+    m_form.remoteFrame->setMaximumHeight(allowsExtended ? remoteFrameMaximumHeight : QWIDGETSIZE_MAX);
 
-    if (mode != Modes::ExtendedMode && !m_ui->propertiesFrame->isHidden()) {
+    if (mode != ExtendedMode && !m_form.propertiesFrame->isHidden()) {
         hidePropertiesFrame();
-        storeSize(m_savedSize);
+        storeSize(m_sizeWithoutProperties);
     }
 
     // Showing and hiding may resize the window, which overwrites the size that is wanted.
-    m_interfaceMode = mode;
+    m_mode = mode;
     QSize size;
-    if (const QSize *stored = sizeOfMode(mode)) {
-        size = stored->isValid() ? *stored : defaultSizes[mode];
-        const bool hasRotor = m_controller->rotorCount() >= 1;
-        m_ui->azimuthalWidget->setInterfaceMode(
-            mode == Modes::ExtendedMode ? CVextralAzimuthalWidget::Extended : CVextralAzimuthalWidget::Row);
-        m_ui->propertiesButton->setVisible(mode == Modes::ExtendedMode);
-        m_ui->memoryButtonsFrame->setVisible(mode != Modes::SuperMiniMode && hasRotor);
-        m_ui->azimuthalWidget->setVisible(allowsExtended && mode != Modes::SuperMiniMode);
+    if (isInterfaceMode(mode)) {
+        const QSize stored = m_sizes[std::size_t(mode)];
+        size = stored.isValid() ? stored : interfaceModes[std::size_t(mode)].defaultSize;
+        showPartsOf(InterfaceMode(mode));
     }
 
     m_controller->applyInterfaceMode(mode);
     fitFramesToContent();
-    update();
+    m_window->update();
     if (size.isValid())
         resizeSettled(size);
-    m_ui->azimuthalWidget->update();
+    m_form.azimuthalWidget->update();
     m_controller->applyInterfaceMode(mode);
 }
 
-void CMainWindow::fitFramesToContent()
+void WindowModes::showPartsOf(InterfaceMode mode)
+{
+    using Map = CVextralAzimuthalWidget;
+    const bool hasRotor = m_controller->rotorCount() >= 1;
+    m_form.azimuthalWidget->setInterfaceMode(mode == ExtendedMode ? Map::Extended : Map::Row);
+    m_form.propertiesButton->setVisible(mode == ExtendedMode);
+    m_form.memoryButtonsFrame->setVisible(mode != SuperMiniMode && hasRotor);
+    m_form.azimuthalWidget->setVisible(m_controller->supportsAzimuthalMap() && mode != SuperMiniMode);
+}
+
+void WindowModes::fitFramesToContent()
 {
     // An empty frame would take its share of the window.
-    const bool showsMap = !m_ui->azimuthalWidget->isHidden();
-    m_ui->azimuthalFrame->setVisible(showsMap);
-    m_ui->rotorFrame->setVisible(showsMap || !m_ui->memoryButtonsFrame->isHidden());
+    const bool showsMap = !m_form.azimuthalWidget->isHidden();
+    m_form.azimuthalFrame->setVisible(showsMap);
+    m_form.rotorFrame->setVisible(showsMap || !m_form.memoryButtonsFrame->isHidden());
 }
 
-void CMainWindow::resizeSettled(const QSize &size)
+void WindowModes::resizeSettled(const QSize &size)
 {
     // Until the layouts have run, the minimum size of what was hidden just now still bounds the window.
-    for (QWidget *container : {static_cast<QWidget *>(m_ui->rotorFrame), static_cast<QWidget *>(m_ui->frame),
-                               m_ui->centralWidget, static_cast<QWidget *>(this)})
+    for (QWidget *container :
+         {static_cast<QWidget *>(m_form.rotorFrame), static_cast<QWidget *>(m_form.frame),
+          m_form.centralWidget, static_cast<QWidget *>(m_window)})
         container->layout()->activate();
-    resize(size);
+    m_window->resize(size);
 }
 
-void CMainWindow::resizeEvent(QResizeEvent *event)
+void WindowModes::followResize()
 {
-    QMainWindow::resizeEvent(event);
-    m_ui->propertiesButton->setGeometry(width() - propertiesButtonRightOffset, propertiesButtonTop,
-                                        propertiesButtonSide, propertiesButtonSide);
-    m_ui->propertiesButton->raise();
-
-    storeSize(size());
+    m_form.propertiesButton->setGeometry(m_window->width() - propertiesButtonRightOffset, propertiesButtonTop,
+                                         propertiesButtonSide, propertiesButtonSide);
+    m_form.propertiesButton->raise();
+    storeSize(m_window->size());
 }
 
-void CMainWindow::storeSize(const QSize &size)
+void WindowModes::storeSize(const QSize &size)
 {
-    QSize *current = sizeOfMode(m_interfaceMode);
-    if (!current)
+    if (!isInterfaceMode(m_mode))
         return;
-    *current = size;
+    m_sizes[std::size_t(m_mode)] = size;
     CSettings settings;
-    QSize *const sizes[] = {&settings.extendedSize, &settings.miniSize, &settings.superMiniSize};
-    QSize *stored = sizes[m_interfaceMode];
+    QSize &stored = settings.*interfaceModes[std::size_t(m_mode)].size;
     // The window opens in the size that is stored: its first picture does not wait for the disk.
-    if (*stored == size && QFile::exists(SettingsFile::path()))
+    if (stored == size && QFile::exists(SettingsFile::path()))
         return;
-    *stored = size;
+    stored = size;
     settings.save();
 }
 
-void CMainWindow::on_propertiesButton_clicked()
+void WindowModes::openProperties()
 {
-    if (!m_ui->propertiesFrame->isHidden())
+    if (!m_form.propertiesFrame->isHidden())
         return;
-    m_savedSize = size();
-    m_ui->propertiesFrame->setMinimumWidth(propertiesPanelWidth);
-    m_ui->propertiesFrame->show();
-    m_ui->propertiesButton->setEnabled(false);
-    resizeSettled(QSize(m_savedSize.width() + propertiesPanelWidth, m_savedSize.height()));
+    m_sizeWithoutProperties = m_window->size();
+    m_form.propertiesFrame->setMinimumWidth(propertiesPanelWidth);
+    m_form.propertiesFrame->show();
+    m_form.propertiesButton->setEnabled(false);
+    resizeSettled(m_sizeWithoutProperties + QSize(propertiesPanelWidth, 0));
 }
 
-void CMainWindow::on_hidePropertiesButton_clicked()
+void WindowModes::closeProperties()
 {
-    if (m_ui->propertiesFrame->isHidden())
+    if (m_form.propertiesFrame->isHidden())
         return;
     hidePropertiesFrame();
-    if (m_savedSize.isValid())
-        resizeSettled(m_savedSize);
+    if (m_sizeWithoutProperties.isValid())
+        resizeSettled(m_sizeWithoutProperties);
 }
 
-void CMainWindow::hidePropertiesFrame()
+void WindowModes::hidePropertiesFrame()
 {
-    m_ui->propertiesFrame->setMinimumWidth(0);
-    m_ui->propertiesFrame->hide();
-    m_ui->propertiesButton->setEnabled(true);
+    m_form.propertiesFrame->setMinimumWidth(0);
+    m_form.propertiesFrame->hide();
+    m_form.propertiesButton->setEnabled(true);
 }

@@ -1,5 +1,6 @@
 #include "settings/settings.h"
 
+#include "settings/interfacemode.h"
 #include "settings/settingsfile.h"
 
 #include <QSettings>
@@ -11,9 +12,6 @@ constexpr char comPortNameKey[] = "comPortName";
 constexpr char interfaceModeKey[] = "interfaceMode";
 constexpr char relayBoxIdKey[] = "relayBoxId";
 constexpr char relayBoxNameKey[] = "relayBoxName";
-constexpr char extendedSizeKey[] = "extendedSize";
-constexpr char miniSizeKey[] = "miniSize";
-constexpr char superMiniSizeKey[] = "superMiniSize";
 constexpr char colorPrefix[] = "Color_";
 constexpr char enabledPrefix[] = "Enabled";
 constexpr char anglePrefix[] = "Angles";
@@ -90,7 +88,7 @@ void CSettings::save() const
 void CSettings::read(const QSettings &file)
 {
     comPortName = file.value(comPortNameKey, QStringLiteral("COM1")).toString();
-    interfaceMode = file.value(interfaceModeKey, QStringLiteral("extended")).toString();
+    interfaceMode = file.value(interfaceModeKey, interfaceModes[ExtendedMode].word).toString();
     relayBoxId = file.value(relayBoxIdKey, 1).toInt();
     relayBoxName = file.value(relayBoxNameKey, QString()).toString();
     loadElements(colors, colorPrefix, [&](const QString &key, int) {
@@ -105,9 +103,8 @@ void CSettings::read(const QSettings &file)
     loadTexts(file, names, namePrefix, "Antena");
     loadTexts(file, memories, memoryPrefix, "M");
     loadTexts(file, radioNames, radioNamePrefix, "Radio ");
-    extendedSize = file.value(extendedSizeKey, defaultExtendedSize).toSize();
-    miniSize = file.value(miniSizeKey, defaultMiniSize).toSize();
-    superMiniSize = file.value(superMiniSizeKey, defaultSuperMiniSize).toSize();
+    for (const InterfaceModeTraits &mode : interfaceModes)
+        this->*mode.size = file.value(mode.sizeKey, mode.defaultSize).toSize();
 }
 
 /// In the order that a text editor shows.
@@ -124,9 +121,8 @@ void CSettings::write(QSettings &file) const
     saveElements(file, radioNames, radioNamePrefix);
     saveElements(file, rotorIds, rotorIdPrefix);
     saveElements(file, memories, memoryPrefix);
-    file.setValue(extendedSizeKey, extendedSize);
-    file.setValue(miniSizeKey, miniSize);
-    file.setValue(superMiniSizeKey, superMiniSize);
+    for (const InterfaceModeTraits &mode : interfaceModes)
+        file.setValue(mode.sizeKey, this->*mode.size);
 }
 
 void CSettings::storeAngle(int antennaIndex, double degrees)

@@ -38,12 +38,8 @@ public:
     QSize miniSize;
     QSize superMiniSize;
     QString relayBoxName;
-    static constexpr QSize defaultExtendedSize{441, 473};
-    static constexpr QSize defaultMiniSize{371, 160};
-    static constexpr QSize defaultSuperMiniSize{371, 110};
-
     QString comPortName;
-    /// "extended", "mini" or "supermini".
+    /// The word of an InterfaceMode.
     QString interfaceMode;
     Elements<QColor> colors;
     Elements<bool> enabled{};

@@ -58,8 +58,8 @@ public:
     /// Width of the map image in compass diameters; any number, no bounds.
     double zoom() const { return m_zoom; }
     void setZoom(double zoom);
-    /// Anything but Extended is a row of displays without compass.
-    enum InterfaceMode { Row = 0, Extended = 1 };
+    /// The map's own numbers. Anything but Extended is a row of displays without compass.
+    enum Arrangement { Row = 0, Extended = 1 };
     int interfaceMode() const { return m_interfaceMode; }
     void setInterfaceMode(int mode);
     /// Loads the map image again from beside the executable.

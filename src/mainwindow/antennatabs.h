@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+
+class CSettings;
+class CSettingsDIalog;
+class CVextralAntenna;
+class CVextralAzimuthalWidget;
+class CVextralRemoteControl;
+class QLayout;
+class QTabWidget;
+
+/// The antennas' property editors, one tab for each antenna, in the order of the controller's list. They live
+/// in the window's properties panel and are lent to the settings dialog while it is open.
+///
+/// Nothing is owned.
+class AntennaTabs : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// `home` is the layout that the tabs are in while they are not lent.
+    AntennaTabs(QTabWidget *tabs, QLayout *home, CVextralRemoteControl *controller);
+
+    /// Makes an editor for each antenna.
+    void createEditors();
+    /// Gives the antennas, their editors and their displays on `map` what the settings hold of them.
+    void apply(const CSettings &settings, CVextralAzimuthalWidget *map);
+
+    /// Brings the antenna's tab to the front; its rotor stays as it is.
+    void select(const CVextralAntenna *antenna);
+    /// The operator chose a tab: selects the rotor of its antenna.
+    void followTab(int index);
+
+    /// Moves the tabs into the dialog, until takeBack().
+    void lendTo(CSettingsDIalog *dialog);
+    void takeBack();
+
+signals:
+    void nameEdited();
+
+private:
+    QTabWidget *m_tabs;
+    QLayout *m_home;
+    CVextralRemoteControl *m_controller;
+    QPointer<CSettingsDIalog> m_borrower;
+};

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QObject>
+#include <QTimer>
+
+class CVextralAzimuthalWidget;
+class CVextralRemoteControl;
+
+/// The keys that turn the current antenna while they are held: Left and F10 counter-clockwise, Right and F11
+/// clockwise. Auto-repeat makes pairs of release and press, so a release ends the rotation only when no press
+/// follows at once:
+///
+///     idle --press--> turning --release--> waiting --233 ms, delayPassed()--> letGo(): idle
+///                             <--press----
+///
+/// A model may handle the keys itself; then nothing is held here.
+class HeldKeys : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// `window` gets the keys; neither it nor the others are owned.
+    HeldKeys(CVextralRemoteControl *controller, CVextralAzimuthalWidget *map, QWidget *window);
+
+    /// Lets the keys pass from a widget, which would use them itself, to the window while it is a part of it.
+    void passFrom(QWidget *widget);
+
+    /// Each returns whether the key, a Qt::Key, is one of these.
+    bool press(int key);
+    bool release(int key);
+
+    /// The keys are no longer held: stops the rotation.
+    void letGo();
+    /// The rotation ended otherwise.
+    void forget();
+    /// Stops a rotation that a held key has started.
+    void stopRotation();
+
+signals:
+    /// No press has followed the last release.
+    void delayPassed();
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void turn(int direction);
+    void stopCurrentAntenna();
+
+    CVextralRemoteControl *m_controller;
+    CVextralAzimuthalWidget *m_map;
+    QWidget *m_window;
+    bool m_held = false;
+    /// The controller was told to rotate.
+    bool m_rotating = false;
+    QTimer m_releaseTimer;
+};

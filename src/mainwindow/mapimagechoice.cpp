@@ -1,0 +1,44 @@
+#include "mainwindow/mapimagechoice.h"
+
+#include "settings/wholefile.h"
+#include "widgets/map/azimuthalmapimage.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QImageReader>
+#include <QMessageBox>
+
+void MapImageChoice::ask()
+{
+    auto *question = new QMessageBox(QMessageBox::Question, tr("Wait a minute!"),
+                                     tr("Are you sure you want to select a new map image?"),
+                                     QMessageBox::Yes | QMessageBox::No, m_window);
+    question->setAttribute(Qt::WA_DeleteOnClose);
+    connect(question, &QDialog::finished, this, [this](int answer) {
+        if (answer != QMessageBox::No)
+            chooseFile();
+    });
+    question->open();
+}
+
+void MapImageChoice::chooseFile()
+{
+    auto *dialog = new QFileDialog(m_window, tr("Select a new map image"), QDir::homePath(),
+                                   tr("Image Files (*.png *.jpg *.bmp)"));
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setFileMode(QFileDialog::ExistingFile);
+    connect(dialog, &QFileDialog::fileSelected, this, &MapImageChoice::install);
+    dialog->open();
+}
+
+void MapImageChoice::install(const QString &chosenFile)
+{
+    const QFileInfo chosen(chosenFile);
+    if (!chosen.isFile() || !QImageReader(chosenFile).canRead())
+        return;
+    // The chosen file may be the one in place, which must not be removed before it is copied.
+    const bool isInPlace =
+        chosen.canonicalFilePath() == QFileInfo(AzimuthalMapImage::installedPath()).canonicalFilePath();
+    if (isInPlace || copyWholeFile(chosenFile, AzimuthalMapImage::installedPath()))
+        emit installed();
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QObject>
+
+class QWidget;
+
+/// Lets the operator choose another map image and copies it beside the program:
+///
+///     ask() --Yes--> file dialog --a picture--> copied, installed()
+///
+/// Its dialogs are modal for `window` but run no event loop of their own.
+class MapImageChoice : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// The dialogs belong to `window`, which is not owned.
+    explicit MapImageChoice(QWidget *window) : m_window(window) {}
+
+    void ask();
+
+signals:
+    /// The chosen image is in place.
+    void installed();
+
+private:
+    void chooseFile();
+    void install(const QString &chosenFile);
+
+    QWidget *m_window;
+};

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <QHash>
+#include <QShortcut>
+#include <QString>
+
+class QAbstractButton;
+
+/// The window's keys, each of which stands for an operation of the window or for a button in a row of them. A
+/// key may serve only one shortcut: two on the same key never fire.
+class Shortcuts
+{
+public:
+    explicit Shortcuts(QWidget *window) : m_window(window) {}
+
+    /// Calls `slot` of the window at each press of `keys`, in the text form of QKeySequence.
+    template <typename Window>
+    QShortcut *add(const QString &keys, Window *window, void (Window::*slot)())
+    {
+        QShortcut *shortcut = make(keys);
+        QObject::connect(shortcut, &QShortcut::activated, window, slot);
+        return shortcut;
+    }
+    /// As add(), for the number `position` of a row.
+    template <typename Window>
+    void addForPosition(int position, const QString &keys, Window *window, void (Window::*slot)())
+    {
+        m_positions.insert(add(keys, window, slot), position);
+    }
+    /// A key for each button of a row, F`firstKey` and on with `modifiers` before it ("Shift+"). The buttons'
+    /// tool tips say `kind`, their number and their key.
+    template <typename Buttons, typename Window>
+    void addRow(const QString &kind, const Buttons &buttons, const QString &modifiers, int firstKey,
+                Window *window, void (Window::*slot)())
+    {
+        int position = 0;
+        for (QAbstractButton *button : buttons) {
+            const QString keys = modifiers + functionKey(firstKey + position);
+            showKeys(button, kind + QString::number(position + 1), keys);
+            addForPosition(position++, keys, window, slot);
+        }
+    }
+
+    /// The position in its row of the button that a shortcut stands for, -1 for one without a row.
+    int positionOf(const QObject *shortcut) const { return m_positions.value(shortcut, -1); }
+
+    static QString functionKey(int number);
+    /// Says in the tool tip what a button is and what its keys are.
+    static void showKeys(QAbstractButton *button, const QString &what, const QString &keys);
+
+private:
+    QShortcut *make(const QString &keys);
+
+    QWidget *m_window;
+    QHash<const QObject *, int> m_positions;
+};

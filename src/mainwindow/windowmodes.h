@@ -1,0 +1,51 @@
+#pragma once
+
+#include "settings/interfacemode.h"
+
+#include <QSize>
+
+class CSettings;
+class CVextralRemoteControl;
+class QMainWindow;
+
+namespace Ui {
+class CMainWindow;
+}
+
+/// What the window shows in each interface mode and how large it is then, and the properties panel that
+/// widens it. A size that the operator gives the window is kept as that of the present mode.
+///
+/// Sizes are in pixels. Window, form and controller are not owned.
+class WindowModes
+{
+public:
+    WindowModes(QMainWindow *window, const Ui::CMainWindow &form, CVextralRemoteControl *controller);
+
+    /// Takes the size of each mode over.
+    void takeSizes(const CSettings &settings);
+    /// Goes into `mode`, an InterfaceMode; the controller is told any other number too.
+    void apply(int mode);
+    /// Gives empty frames no room.
+    void fitFramesToContent();
+
+    void openProperties();
+    void closeProperties();
+
+    /// The window has another size now.
+    void followResize();
+
+private:
+    void showPartsOf(InterfaceMode mode);
+    void hidePropertiesFrame();
+    void resizeSettled(const QSize &size);
+    void storeSize(const QSize &size);
+
+    QMainWindow *m_window;
+    const Ui::CMainWindow &m_form;
+    CVextralRemoteControl *m_controller;
+    int m_mode = ExtendedMode;
+    /// By InterfaceMode.
+    std::array<QSize, interfaceModes.size()> m_sizes;
+    /// The size before the properties panel was opened.
+    QSize m_sizeWithoutProperties;
+};
