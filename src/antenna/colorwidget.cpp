@@ -79,12 +79,18 @@ void CColorWidget::keyPressEvent(QKeyEvent *event)
 void CColorWidget::openDialog()
 {
     // Not getColor(): its own event loop would hold up a poll of the box that the click came in during.
-    auto *dialog = new QColorDialog(m_color, this);
-    dialog->setWindowTitle(QStringLiteral("Escolha uma cor para esta antena"));
-    dialog->setOption(QColorDialog::DontUseNativeDialog);
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    connect(dialog, &QColorDialog::colorSelected, this, &CColorWidget::takeColor);
-    dialog->open();
+    m_dialog = new QColorDialog(m_color, this);
+    m_dialog->setWindowTitle(QStringLiteral("Escolha uma cor para esta antena"));
+    m_dialog->setOption(QColorDialog::DontUseNativeDialog);
+    m_dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(m_dialog, &QColorDialog::colorSelected, this, &CColorWidget::takeColor);
+    m_dialog->open();
+}
+
+void CColorWidget::abandonChoice()
+{
+    if (m_dialog)
+        m_dialog->reject();
 }
 
 void CColorWidget::takeColor(const QColor &color)

@@ -1,7 +1,10 @@
 #pragma once
 
 #include <QColor>
+#include <QPointer>
 #include <QWidget>
+
+class QColorDialog;
 
 /// A colour swatch. A click, Space or Return opens the colour dialog, which leaves the event loop running.
 class CColorWidget : public QWidget
@@ -13,6 +16,8 @@ public:
 
     QColor color() const { return m_color; }
     void setColor(const QColor &color);
+    /// Closes an open colour dialog without taking its colour.
+    void abandonChoice();
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -32,4 +37,5 @@ private:
     void describeColor();
 
     QColor m_color = Qt::blue;
+    QPointer<QColorDialog> m_dialog;
 };

@@ -293,6 +293,21 @@ void CVextralAntennaUI::on_nameEdit_returnPressed()
     emit onNameEdited();
 }
 
+void CVextralAntennaUI::finishName(bool keep)
+{
+    if (!m_antenna || m_ui->nameEdit->text() == m_antenna->name())
+        return;
+    if (keep)
+        on_nameEdit_returnPressed();
+    else
+        showName();
+}
+
+void CVextralAntennaUI::giveUp()
+{
+    m_ui->colorWidget->abandonChoice();
+}
+
 void CVextralAntennaUI::on_enabledCheckBox_clicked(bool checked)
 {
     if (!m_antenna)

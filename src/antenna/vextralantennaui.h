@@ -36,6 +36,11 @@ public:
     /// Shows all of the bound antenna, after its settings were loaded.
     void showSettings();
 
+    /// Keeps a name that was typed without Return, or shows the kept one again.
+    void finishName(bool keep);
+    /// Closes what is open for a choice of the operator, without taking it.
+    void giveUp();
+
 signals:
     /// The operator gave the antenna another name; the antenna has it already.
     void onNameEdited();

@@ -5,8 +5,12 @@
 #include "settings/settings.h"
 #include "ui_settingsdialog.h"
 
+#include <QApplication>
+#include <QDialogButtonBox>
 #include <QKeyEvent>
 #include <QMessageBox>
+#include <QPushButton>
+#include <QStyle>
 
 #include <array>
 
@@ -119,6 +123,12 @@ void CSettingsDIalog::keyPressEvent(QKeyEvent *event)
     QDialog::keyPressEvent(event);
 }
 
+void CSettingsDIalog::showEvent(QShowEvent *event)
+{
+    showButtonIcons();
+    QDialog::showEvent(event);
+}
+
 void CSettingsDIalog::onAccepted()
 {
     save();
@@ -156,6 +166,19 @@ void CSettingsDIalog::tellPortTakesEffectLater()
                         QMessageBox::Ok, owner);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->open();
+}
+
+/// The form makes the buttons without icons: looking for them in the desktop's theme takes longer than the
+/// rest of the dialog, which every start of the program makes.
+void CSettingsDIalog::showButtonIcons()
+{
+    const QDialogButtonBox *box = m_ui->buttonBox;
+    const QStyle *style = QApplication::style();
+    if (!style->styleHint(QStyle::SH_DialogButtonBox_ButtonsHaveIcons, nullptr, box))
+        return;
+    box->button(QDialogButtonBox::Ok)->setIcon(style->standardIcon(QStyle::SP_DialogOkButton, nullptr, box));
+    box->button(QDialogButtonBox::Cancel)
+        ->setIcon(style->standardIcon(QStyle::SP_DialogCancelButton, nullptr, box));
 }
 
 void CSettingsDIalog::showEditorArea(bool visible)

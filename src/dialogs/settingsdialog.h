@@ -42,6 +42,7 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
+    void showEvent(QShowEvent *event) override;
 
 private slots:
     void onAccepted();
@@ -51,6 +52,7 @@ private:
     void checkInterfaceMode(const QString &mode);
     void tellPortTakesEffectLater();
     void showEditorArea(bool visible);
+    void showButtonIcons();
 
     std::unique_ptr<Ui::CSettingsDIalog> m_ui;
     QPointer<QWidget> m_antennaEditors;

@@ -61,7 +61,7 @@ void AntennaTabs::select(const CVextralAntenna *antenna)
 
 void AntennaTabs::followTab(int index)
 {
-    const CVextralAntenna *antenna = m_controller->antenna(index);
+    const CVextralAntenna *antenna = m_controller ? m_controller->antenna(index) : nullptr;
     // Asking for the selected rotor reads the box: not for an antenna that no rotor turns.
     if (!antenna || !antenna->isRotorConnected())
         return;
@@ -86,4 +86,31 @@ void AntennaTabs::takeBack()
     m_home->addWidget(m_borrower->takeAntennaEditors());
     m_tabs->show();
     m_borrower.clear();
+}
+
+bool AntennaTabs::areLent() const
+{
+    return m_borrower;
+}
+
+std::vector<CVextralAntennaUI *> AntennaTabs::editors() const
+{
+    std::vector<CVextralAntennaUI *> editors;
+    for (int i = 0; i < m_tabs->count(); ++i) {
+        if (auto *editor = qobject_cast<CVextralAntennaUI *>(m_tabs->widget(i)))
+            editors.push_back(editor);
+    }
+    return editors;
+}
+
+void AntennaTabs::finishNames(bool keep)
+{
+    for (CVextralAntennaUI *editor : editors())
+        editor->finishName(keep);
+}
+
+void AntennaTabs::giveUp()
+{
+    for (CVextralAntennaUI *editor : editors())
+        editor->giveUp();
 }

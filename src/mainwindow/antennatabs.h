@@ -3,9 +3,12 @@
 #include <QObject>
 #include <QPointer>
 
+#include <vector>
+
 class CSettings;
 class CSettingsDIalog;
 class CVextralAntenna;
+class CVextralAntennaUI;
 class CVextralAzimuthalWidget;
 class CVextralRemoteControl;
 class QLayout;
@@ -36,13 +39,21 @@ public:
     /// Moves the tabs into the dialog, until takeBack().
     void lendTo(CSettingsDIalog *dialog);
     void takeBack();
+    bool areLent() const;
+
+    /// Keeps the names that were typed without Return, or shows the kept ones again.
+    void finishNames(bool keep);
+    /// Ends what the operator is choosing in them.
+    void giveUp();
 
 signals:
     void nameEdited();
 
 private:
+    std::vector<CVextralAntennaUI *> editors() const;
+
     QTabWidget *m_tabs;
     QLayout *m_home;
-    CVextralRemoteControl *m_controller;
+    QPointer<CVextralRemoteControl> m_controller;
     QPointer<CSettingsDIalog> m_borrower;
 };

@@ -61,6 +61,7 @@ bool HeldKeys::press(int key)
         return true;
     }
     m_releaseTimer.stop();
+    m_pressed.insert(key);
     if (m_held)
         return true;
     m_held = true;
@@ -75,7 +76,7 @@ bool HeldKeys::release(int key)
 {
     if (!directionOfKey(key))
         return false;
-    if (!m_controller->acceptsDirectionKeys())
+    if (m_pressed.remove(key))
         m_releaseTimer.start();
     return true;
 }
@@ -90,6 +91,9 @@ bool HeldKeys::eventFilter(QObject *watched, QEvent *event)
     }
     const bool isPress = event->type() == QEvent::KeyPress;
     if (!isPress && event->type() != QEvent::KeyRelease)
+        return false;
+    // In a dialog, where the antennas' tabs may be, the keys are the widget's own.
+    if (static_cast<QWidget *>(watched)->window() != m_window)
         return false;
     const int key = static_cast<QKeyEvent *>(event)->key();
     return isPress ? press(key) : release(key);
@@ -112,16 +116,21 @@ void HeldKeys::turn(int direction)
 
 void HeldKeys::letGo()
 {
-    m_releaseTimer.stop();
-    m_held = false;
+    forgetKeys();
     stopCurrentAntenna();
 }
 
 void HeldKeys::forget()
 {
-    m_releaseTimer.stop();
-    m_held = false;
+    forgetKeys();
     m_rotating = false;
+}
+
+void HeldKeys::forgetKeys()
+{
+    m_releaseTimer.stop();
+    m_pressed.clear();
+    m_held = false;
 }
 
 void HeldKeys::stopRotation()

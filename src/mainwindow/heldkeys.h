@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QSet>
 #include <QTimer>
 
 class CVextralAzimuthalWidget;
@@ -13,7 +14,8 @@ class CVextralRemoteControl;
 ///     idle --press--> turning --release--> waiting --233 ms, delayPassed()--> letGo(): idle
 ///                             <--press----
 ///
-/// A model may handle the keys itself; then nothing is held here.
+/// A release counts when its press came here: one in a text field or of another shortcut did not. A model may
+/// handle the keys itself; then nothing is held here.
 class HeldKeys : public QObject
 {
     Q_OBJECT
@@ -46,10 +48,14 @@ protected:
 private:
     void turn(int direction);
     void stopCurrentAntenna();
+    void forgetKeys();
 
     CVextralRemoteControl *m_controller;
     CVextralAzimuthalWidget *m_map;
     QWidget *m_window;
+    /// The keys that were pressed here and not released yet.
+    QSet<int> m_pressed;
+    /// A key was pressed, and since then all keys have not been released for long enough.
     bool m_held = false;
     /// The controller was told to rotate.
     bool m_rotating = false;

@@ -39,8 +39,11 @@ void takeLabels(const CAntennaLabelEditorDialog &dialog, CVextralRemoteControlWi
     settings.save();
     const int named = qMin(int(panel->antennaButtons().size()), CSettings::elementCount);
     for (CVextralAntenna *antenna : controller.antennas()) {
-        if (antenna->index() < named)
-            antenna->setName(settings.names[std::size_t(antenna->index())]);
+        if (antenna->index() >= named)
+            continue;
+        antenna->setName(settings.names[std::size_t(antenna->index())]);
+        if (CVextralAntennaUI *editor = antenna->editor())
+            editor->finishName(false);
     }
     panel->relayout();
 }

@@ -5,13 +5,13 @@
 #include "device/devicelumen4s.h"
 #include "device/vextralremotecontrol.h"
 #include "dialogs/antennalabeleditordialog.h"
-#include "dialogs/settingsdialog.h"
 #include "mainwindow/antennatabs.h"
 #include "mainwindow/currentobjects.h"
 #include "mainwindow/heldkeys.h"
 #include "mainwindow/labelediting.h"
 #include "mainwindow/mapimagechoice.h"
 #include "mainwindow/memoryrow.h"
+#include "mainwindow/settingsdialogloan.h"
 #include "mainwindow/shortcuts.h"
 #include "mainwindow/windowmodes.h"
 #include "settings/interfacemode.h"
@@ -22,8 +22,10 @@
 #include "widgets/ledbutton.h"
 #include "widgets/map/vextralazimuthalwidget.h"
 #include "widgets/memorybutton.h"
+#include "widgets/rotationdigitaldisplaywidget.h"
 #include "widgets/vextralremotecontrolwidget.h"
 
+#include <QCheckBox>
 #include <QKeyEvent>
 #include <QScopedValueRollback>
 
@@ -40,6 +42,8 @@ constexpr int firstTxKey = 5;
 constexpr int firstRadioKey = 7;
 constexpr int firstMemoryKey = 1;
 constexpr char plus180Keys[] = "F12";
+constexpr char settingsKeys[] = "Ctrl+F5";
+constexpr char labelKeys[] = "Ctrl+F6";
 
 /// With its size given, the picture is read only where the desktop asks for it.
 QIcon programIcon()
@@ -47,6 +51,13 @@ QIcon programIcon()
     QIcon icon;
     icon.addFile(QStringLiteral(":images/Vextral.png"), QSize(iconSide, iconSide));
     return icon;
+}
+
+/// The window's shortcut has the keys already: here they are for the eye, and for a menu bar with the focus.
+void showKeysInMenu(QAction *action, const char *keys)
+{
+    action->setShortcut(QKeySequence(keys));
+    action->setShortcutContext(Qt::WidgetShortcut);
 }
 
 template <typename Button>
@@ -69,7 +80,7 @@ CMainWindow::CMainWindow(const ControllerFactory &makeController, QWidget *paren
     createMemoryRow();
     createFixedShortcuts();
     QApplication::setKeyboardInputInterval(keyboardInputIntervalMs);
-    createSettingsDialog();
+    m_settingsDialog = std::make_unique<SettingsDialogLoan>(this);
     setWindowIcon(programIcon());
 
     const CSettings settings;
@@ -86,17 +97,26 @@ CMainWindow::CMainWindow(const ControllerFactory &makeController, QWidget *paren
     openPort(settings.comPortName);
     createDeviceShortcuts();
     connectMenu();
+    connectConfigurationChange();
     update();
 }
 
 CMainWindow::~CMainWindow()
 {
-    // The controller points at the panel, the map and the editors, and its timer runs: it goes first.
+    tearDown();
+}
+
+/// Takes the window apart while everything that its parts call is still there.
+void CMainWindow::tearDown()
+{
+    m_settingsDialog->close();
+    m_memoryRow->finishEdits();
+    // The controller points at the panel, the map and the editors, and its timer runs.
     if (CurrentObjects::controller() == m_controller)
         CurrentObjects::setController(nullptr);
+    m_heldKeys.reset();
     delete m_controller;
-    if (CurrentObjects::settingsDialog() && CurrentObjects::settingsDialog()->parent() == this)
-        CurrentObjects::setSettingsDialog(nullptr);
+    delete takeCentralWidget();
 }
 
 // ---- Making and connecting the parts ----
@@ -107,8 +127,10 @@ void CMainWindow::buildForm()
     m_ui->plus180Button->setText(QStringLiteral("+180"));
     m_ui->propertiesFrame->hide();
     m_mapImageChoice = std::make_unique<MapImageChoice>(this);
-    connect(m_mapImageChoice.get(), &MapImageChoice::installed, m_ui->azimuthalWidget,
-            &CVextralAzimuthalWidget::reloadMap);
+    connect(m_mapImageChoice.get(), &MapImageChoice::installed, this, [this] {
+        m_ui->azimuthalWidget->reloadMap();
+        m_modes->showMapNotice();
+    });
 }
 
 void CMainWindow::createMemoryRow()
@@ -122,13 +144,6 @@ void CMainWindow::createMemoryRow()
         connect(memory, &CMemoryButton::clicked, this, &CMainWindow::onMemoryButtonClicked);
         connect(memory, &CMemoryButton::onMemoryValueChanged, this, &CMainWindow::onMemoryValueChanged);
     }
-}
-
-void CMainWindow::createSettingsDialog()
-{
-    if (CurrentObjects::settingsDialog())
-        return;
-    CurrentObjects::setSettingsDialog(new CSettingsDIalog(this));
 }
 
 void CMainWindow::createController(const ControllerFactory &makeController, const CSettings &settings)
@@ -149,6 +164,7 @@ void CMainWindow::connectController()
     connect(m_controller, &Controller::onStopRotating, this, &CMainWindow::onStopRotating);
     connect(m_controller, &Controller::onStartRotating, this,
             [this](double angle) { m_memoryRow->showStart(angle); });
+    connect(m_settingsDialog.get(), &SettingsDialogLoan::accepted, this, &CMainWindow::onSettingsAccepted);
     connect(m_ui->tabWidget, &QTabWidget::currentChanged, this, &CMainWindow::onTabChanged);
     for (CVextralAntenna *antenna : m_controller->antennas())
         connect(antenna, &CVextralAntenna::onRotationDone, this, &CMainWindow::onAntennaRotationDone);
@@ -161,12 +177,15 @@ void CMainWindow::createHeldKeys()
     for (QPushButton *button : {m_ui->pushButton, m_ui->zoomInButton, m_ui->zoomInButton_2,
                                 m_ui->hidePropertiesButton, m_ui->propertiesButton})
         m_heldKeys->passFrom(button);
+    m_heldKeys->passFrom(m_ui->tabWidget->tabBar());
 }
 
 void CMainWindow::createAntennaTabs()
 {
     m_antennaTabs = std::make_unique<AntennaTabs>(m_ui->tabWidget, m_ui->tabWidgetLayout, m_controller);
     m_antennaTabs->createEditors();
+    for (QCheckBox *tick : m_ui->tabWidget->findChildren<QCheckBox *>())
+        m_heldKeys->passFrom(tick);
     connect(m_antennaTabs.get(), &AntennaTabs::nameEdited, m_ui->remoteControlWidget,
             &CVextralRemoteControlWidget::relayout);
 }
@@ -215,13 +234,28 @@ void CMainWindow::connectMenu()
     const bool allowsSettingsDialog = m_controller->capabilityH();
     const bool allowsLabelEditor = m_controller->capabilityI();
     if (allowsSettingsDialog)
-        m_shortcuts->add(QStringLiteral("Ctrl+F5"), this, &CMainWindow::onShowSettingsDialog);
+        m_shortcuts->add(settingsKeys, this, &CMainWindow::onShowSettingsDialog);
     if (allowsLabelEditor)
-        m_shortcuts->add(QStringLiteral("Ctrl+F6"), this, &CMainWindow::onShowAntennaLabelEditorDialog);
+        m_shortcuts->add(labelKeys, this, &CMainWindow::onShowAntennaLabelEditorDialog);
+    showKeysInMenu(m_ui->actionPreferences, settingsKeys);
+    showKeysInMenu(m_ui->actionLabels, labelKeys);
     m_ui->actionPreferences->setEnabled(allowsSettingsDialog);
     m_ui->actionLabels->setEnabled(allowsLabelEditor);
     connect(m_ui->actionPreferences, &QAction::triggered, this, &CMainWindow::onPreferenceMenuTriggered);
     connect(m_ui->actionLabels, &QAction::triggered, this, &CMainWindow::onEditLabelsMenuTriggered);
+    connect(m_ui->actionQuit, &QAction::triggered, this, &CMainWindow::close);
+}
+
+void CMainWindow::connectConfigurationChange()
+{
+    // First the one that saves; the others give up.
+    connect(this, &CMainWindow::configurationAboutToChange, m_settingsDialog.get(),
+            &SettingsDialogLoan::saveWhereOpen);
+    connect(this, &CMainWindow::configurationAboutToChange, m_antennaTabs.get(), &AntennaTabs::giveUp);
+    connect(this, &CMainWindow::configurationAboutToChange, this, [this] { m_memoryRow->giveUp(); });
+    for (auto *display : findChildren<CRotationDigitalDisplayWidget *>())
+        connect(this, &CMainWindow::configurationAboutToChange, display,
+                &CRotationDigitalDisplayWidget::giveUp);
 }
 
 void CMainWindow::onAtennaButtonShortcutTrigered()
@@ -390,10 +424,24 @@ void CMainWindow::on_hidePropertiesButton_clicked()
 
 void CMainWindow::closeEvent(QCloseEvent *event)
 {
+    if (bringDialogToFront()) {
+        event->ignore();
+        return;
+    }
     // So that the size without the panel is the one that is kept.
     m_modes->closeProperties();
     m_heldKeys->stopRotation();
     QMainWindow::closeEvent(event);
+}
+
+bool CMainWindow::bringDialogToFront()
+{
+    QWidget *dialog = QApplication::activeModalWidget();
+    if (!dialog || !findChildren<QWidget *>().contains(dialog))
+        return false;
+    dialog->raise();
+    dialog->activateWindow();
+    return true;
 }
 
 // ---- Dialogs, which are modal but run no event loop of their own: one that was opened inside a poll would
@@ -407,30 +455,14 @@ void CMainWindow::onPreferenceMenuTriggered(bool c)
 
 void CMainWindow::onShowSettingsDialog()
 {
-    CSettingsDIalog *dialog = CurrentObjects::settingsDialog();
-    if (!dialog || dialog->isVisible() || !m_controller->capabilityH())
+    if (!m_controller->capabilityH())
         return;
     m_modes->closeProperties();
-    m_antennaTabs->lendTo(dialog);
-    dialog->setNameCaption(m_controller->modelName() + QLatin1String(" name:"));
-    const bool hasId = m_controller->capabilityA();
-    dialog->setIdRowVisible(hasId);
-    if (hasId)
-        dialog->setIdCaption(m_controller->modelName() + QLatin1String(" id:"));
-    dialog->load();
-    connect(dialog, &QDialog::finished, this, &CMainWindow::onSettingsDialogFinished);
-    dialog->open();
+    m_settingsDialog->open(m_controller, m_antennaTabs.get());
 }
 
-void CMainWindow::onSettingsDialogFinished(int result)
+void CMainWindow::onSettingsAccepted(const QString &mode)
 {
-    // The dialog serves every window of the process; it is this one's until it closes.
-    CSettingsDIalog *dialog = CurrentObjects::settingsDialog();
-    disconnect(dialog, &QDialog::finished, this, nullptr);
-    m_antennaTabs->takeBack();
-    if (result != QDialog::Accepted)
-        return;
-    const QString mode = dialog->interfaceModeName();
     if (!mode.isEmpty())
         m_modes->apply(interfaceModeOf(mode));
     applyIdentity(m_controller->relayBoxId(), CSettings().relayBoxName);
@@ -444,8 +476,10 @@ void CMainWindow::onEditLabelsMenuTriggered(bool c)
 
 void CMainWindow::onShowAntennaLabelEditorDialog()
 {
-    if (m_controller->capabilityI())
-        editLabels(m_ui->remoteControlWidget, m_controller, this);
+    if (!m_controller->capabilityI())
+        return;
+    const auto *dialog = editLabels(m_ui->remoteControlWidget, m_controller, this);
+    connect(this, &CMainWindow::configurationAboutToChange, dialog, &QDialog::reject);
 }
 
 // ---- Another relay box ----
@@ -456,18 +490,10 @@ void CMainWindow::onRotorRelayBoxIdChanged(int currentValue, int newValue)
     if (m_changingRelayBox)
         return;
     const QScopedValueRollback<bool> changing(m_changingRelayBox, true);
-    CSettingsDIalog *dialog = CurrentObjects::settingsDialog();
-    if (dialog && dialog->isVisible())
-        dialog->save();
-
+    emit configurationAboutToChange();
     qDebug("CMainWindow::onRotorRelayBoxIdChanged() - O atual valor [%d] mudou para [%d]", currentValue,
            newValue);
     const CSettings settings = SettingsFile::ofThisProgram().exchange(currentValue, newValue);
-    // What is being typed belongs to the box that went.
-    for (auto *editor : findChildren<CAntennaLabelEditorDialog *>())
-        editor->reject();
-    m_memoryRow->abandonEdits();
-    m_memoryRow->forgetRecall();
     m_controller->close();
     m_controller->applyRotorAssignment(&settings);
     applySettings(settings);
@@ -475,6 +501,5 @@ void CMainWindow::onRotorRelayBoxIdChanged(int currentValue, int newValue)
         antenna->refreshEditor();
     update();
     openPort(settings.comPortName);
-    if (dialog && dialog->isVisible())
-        dialog->load();
+    m_settingsDialog->reloadWhereOpen();
 }

@@ -14,6 +14,7 @@ class HeldKeys;
 class MapImageChoice;
 class MemoryRow;
 class QShortcut;
+class SettingsDialogLoan;
 class Shortcuts;
 class WindowModes;
 
@@ -37,6 +38,10 @@ public:
     /// Uses the controller that `makeController` returns; the window takes it over.
     explicit CMainWindow(const ControllerFactory &makeController, QWidget *parent = nullptr);
     ~CMainWindow() override;
+
+signals:
+    /// Another configuration is about to replace this one: what is typed or chosen is saved now or given up.
+    void configurationAboutToChange();
 
 private slots:
     void onAntennaDirectionTimer();
@@ -71,7 +76,6 @@ protected:
 private:
     void buildForm();
     void createMemoryRow();
-    void createSettingsDialog();
     void createController(const ControllerFactory &makeController, const CSettings &settings);
     void connectController();
     void createHeldKeys();
@@ -80,6 +84,7 @@ private:
     void createDeviceShortcuts();
     void createRadioShortcuts();
     void connectMenu();
+    void connectConfigurationChange();
 
     void applySettings(const CSettings &settings);
     void applyIdentity(int relayBoxId, const QString &relayBoxName);
@@ -87,7 +92,11 @@ private:
     void openPort(const QString &portName);
 
     void onStopRotating();
-    void onSettingsDialogFinished(int result);
+    void onSettingsAccepted(const QString &mode);
+    /// Whether a dialog of this window is open; it is in front then.
+    bool bringDialogToFront();
+
+    void tearDown();
 
     std::unique_ptr<Ui::CMainWindow> m_ui;
     QPointer<CVextralRemoteControl> m_controller;
@@ -97,6 +106,7 @@ private:
     std::unique_ptr<AntennaTabs> m_antennaTabs;
     std::unique_ptr<WindowModes> m_modes;
     std::unique_ptr<MapImageChoice> m_mapImageChoice;
+    std::unique_ptr<SettingsDialogLoan> m_settingsDialog;
     /// Null when the model's radios need the key.
     QShortcut *m_rotorShortcut = nullptr;
     bool m_changingRelayBox = false;

@@ -5,7 +5,6 @@
 
 #include <QDir>
 #include <QFileDialog>
-#include <QImageReader>
 #include <QMessageBox>
 
 void MapImageChoice::ask()
@@ -34,11 +33,25 @@ void MapImageChoice::chooseFile()
 void MapImageChoice::install(const QString &chosenFile)
 {
     const QFileInfo chosen(chosenFile);
-    if (!chosen.isFile() || !QImageReader(chosenFile).canRead())
+    if (!chosen.isFile())
         return;
+    if (AzimuthalMapImage::load(chosenFile).isNull()) {
+        refuse(chosen.fileName());
+        return;
+    }
     // The chosen file may be the one in place, which must not be removed before it is copied.
     const bool isInPlace =
         chosen.canonicalFilePath() == QFileInfo(AzimuthalMapImage::installedPath()).canonicalFilePath();
     if (isInPlace || copyWholeFile(chosenFile, AzimuthalMapImage::installedPath()))
         emit installed();
+}
+
+void MapImageChoice::refuse(const QString &fileName)
+{
+    auto *box =
+        new QMessageBox(QMessageBox::Warning, tr("Select a new map image"),
+                        tr("%1 is no picture that can be shown. The map stays as it is.").arg(fileName),
+                        QMessageBox::Ok, m_window);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->open();
 }

@@ -6,7 +6,8 @@ class QWidget;
 
 /// Lets the operator choose another map image and copies it beside the program:
 ///
-///     ask() --Yes--> file dialog --a picture--> copied, installed()
+///     ask() --Yes--> file dialog --a picture---> copied, installed()
+///                                --no picture--> a message; the present map stays
 ///
 /// Its dialogs are modal for `window` but run no event loop of their own.
 class MapImageChoice : public QObject
@@ -26,6 +27,7 @@ signals:
 private:
     void chooseFile();
     void install(const QString &chosenFile);
+    void refuse(const QString &fileName);
 
     QWidget *m_window;
 };

@@ -28,6 +28,13 @@ std::optional<int> azimuthOfMemory(const QString &text)
     return isNumber ? foldedAzimuth(degrees) : std::nullopt;
 }
 
+/// Without a rotor and without a map there is neither a turn nor a direction to show.
+bool canPoint(const CVextralAntenna &antenna)
+{
+    return antenna.controller()
+        && (antenna.isRotorConnected() || antenna.controller()->supportsAzimuthalMap());
+}
+
 } // namespace
 
 MemoryRow::MemoryRow(std::vector<CMemoryButton *> memories, QPushButton *opposite,
@@ -91,7 +98,7 @@ void MemoryRow::approach(QPushButton *button, int azimuth)
 {
     light(nullptr);
     CVextralAntenna *antenna = m_map->currentAntenna();
-    if (!antenna || !antenna->controller())
+    if (!antenna || !canPoint(*antenna))
         return;
     m_recalled = button;
     m_recalledAzimuth = azimuth;
@@ -105,7 +112,7 @@ void MemoryRow::store(const QObject *memory, int azimuth)
         return;
     // The antenna may be on its way to what the button held before.
     if (m_recalled == memory && azimuth != m_recalledAzimuth)
-        forgetRecall();
+        giveUpRecall();
     CSettings settings;
     settings.memories[std::size_t(position)] = QString::number(azimuth);
     settings.save();
@@ -118,7 +125,8 @@ void MemoryRow::showStart(double angle)
     const CVextralAntenna *antenna = m_map->currentAntenna();
     const bool isRecalled = truncatedDegrees(angle) == m_recalledAzimuth;
     const bool isThere = antenna && truncatedDegrees(antenna->angle()) == m_recalledAzimuth;
-    light(isRecalled && !isThere && m_controller->isOpen() ? m_recalled : nullptr);
+    const bool canTurn = antenna && antenna->controller() && antenna->controller()->isOpen();
+    light(isRecalled && canTurn && !isThere ? m_recalled : nullptr);
 }
 
 void MemoryRow::light(const QPushButton *approached)
@@ -128,14 +136,21 @@ void MemoryRow::light(const QPushButton *approached)
     m_opposite->setChecked(m_opposite == approached);
 }
 
-void MemoryRow::forgetRecall()
+void MemoryRow::giveUpRecall()
 {
     m_recalled = nullptr;
     light(nullptr);
 }
 
-void MemoryRow::abandonEdits()
+void MemoryRow::finishEdits()
+{
+    for (CMemoryButton *memory : m_memories)
+        memory->finishEdit();
+}
+
+void MemoryRow::giveUp()
 {
     for (CMemoryButton *memory : m_memories)
         memory->abandonEdit();
+    giveUpRecall();
 }

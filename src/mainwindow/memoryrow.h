@@ -38,16 +38,18 @@ public:
     void showStart(double angle);
     /// The antenna is on its way to none of them.
     void showRest() { light(nullptr); }
-    /// As showRest(); a target that still waits lights no button either.
-    void forgetRecall();
-    /// Closes open editors without taking their values.
-    void abandonEdits();
+    /// Closes open editors and takes their values.
+    void finishEdits();
+    /// Closes open editors without taking their values, and forgets where the antenna is on its way to.
+    void giveUp();
 
 private:
     int positionOf(const QObject *memory) const;
     /// Turns the current antenna; the button is lit while the antenna is under way.
     void approach(QPushButton *button, int azimuth);
     void light(const QPushButton *approached);
+    /// A target that still waits lights no button either.
+    void giveUpRecall();
 
     std::vector<CMemoryButton *> m_memories;
     QPushButton *m_opposite;

@@ -3,9 +3,11 @@
 #include "device/vextralremotecontrol.h"
 #include "settings/settingsfile.h"
 #include "ui_mainwindow.h"
+#include "widgets/map/azimuthalmapimage.h"
 #include "widgets/map/vextralazimuthalwidget.h"
 
 #include <QFile>
+#include <QImageReader>
 #include <QLayout>
 #include <QMainWindow>
 
@@ -16,6 +18,16 @@ constexpr int propertiesPanelWidth = 350;
 constexpr int propertiesButtonSide = 20;
 constexpr int propertiesButtonRightOffset = 22;
 constexpr int propertiesButtonTop = 2;
+
+/// Those in which the window has a size that the operator did not choose.
+constexpr Qt::WindowStates otherStates = Qt::WindowMinimized | Qt::WindowMaximized | Qt::WindowFullScreen;
+
+bool hasMapImage()
+{
+    QImageReader reader(AzimuthalMapImage::installedPath());
+    reader.setDecideFormatFromContent(true);
+    return reader.canRead();
+}
 
 } // namespace
 
@@ -38,7 +50,8 @@ void WindowModes::apply(int mode)
 
     if (mode != ExtendedMode && !m_form.propertiesFrame->isHidden()) {
         hidePropertiesFrame();
-        storeSize(m_sizeWithoutProperties);
+        if (m_sizeWithoutProperties.isValid())
+            storeSize(m_sizeWithoutProperties);
     }
 
     // Showing and hiding may resize the window, which overwrites the size that is wanted.
@@ -53,8 +66,10 @@ void WindowModes::apply(int mode)
     m_controller->applyInterfaceMode(mode);
     fitFramesToContent();
     m_window->update();
-    if (size.isValid())
+    if (size.isValid()) {
+        m_window->setWindowState(m_window->windowState() & ~otherStates);
         resizeSettled(size);
+    }
     m_form.azimuthalWidget->update();
     m_controller->applyInterfaceMode(mode);
 }
@@ -67,6 +82,13 @@ void WindowModes::showPartsOf(InterfaceMode mode)
     m_form.propertiesButton->setVisible(mode == ExtendedMode);
     m_form.memoryButtonsFrame->setVisible(mode != SuperMiniMode && hasRotor);
     m_form.azimuthalWidget->setVisible(m_controller->supportsAzimuthalMap() && mode != SuperMiniMode);
+    showMapNotice();
+}
+
+void WindowModes::showMapNotice()
+{
+    // The other modes have no compass, and reading the file takes time at the start.
+    m_form.mapNoticeLabel->setVisible(m_mode == ExtendedMode && !hasMapImage());
 }
 
 void WindowModes::fitFramesToContent()
@@ -79,6 +101,8 @@ void WindowModes::fitFramesToContent()
 
 void WindowModes::resizeSettled(const QSize &size)
 {
+    if (!hasNormalSize())
+        return;
     // Until the layouts have run, the minimum size of what was hidden just now still bounds the window.
     for (QWidget *container :
          {static_cast<QWidget *>(m_form.rotorFrame), static_cast<QWidget *>(m_form.frame),
@@ -92,7 +116,13 @@ void WindowModes::followResize()
     m_form.propertiesButton->setGeometry(m_window->width() - propertiesButtonRightOffset, propertiesButtonTop,
                                          propertiesButtonSide, propertiesButtonSide);
     m_form.propertiesButton->raise();
-    storeSize(m_window->size());
+    if (hasNormalSize())
+        storeSize(m_window->size());
+}
+
+bool WindowModes::hasNormalSize() const
+{
+    return !(m_window->windowState() & otherStates);
 }
 
 void WindowModes::storeSize(const QSize &size)
@@ -113,7 +143,7 @@ void WindowModes::openProperties()
 {
     if (!m_form.propertiesFrame->isHidden())
         return;
-    m_sizeWithoutProperties = m_window->size();
+    m_sizeWithoutProperties = hasNormalSize() ? m_window->size() : QSize();
     m_form.propertiesFrame->setMinimumWidth(propertiesPanelWidth);
     m_form.propertiesFrame->show();
     m_form.propertiesButton->setEnabled(false);

@@ -13,7 +13,8 @@ class CMainWindow;
 }
 
 /// What the window shows in each interface mode and how large it is then, and the properties panel that
-/// widens it. A size that the operator gives the window is kept as that of the present mode.
+/// widens it. A size that the operator gives the window is kept as that of the present mode; the one of a
+/// maximised, minimised or full-screen window is not.
 ///
 /// Sizes are in pixels. Window, form and controller are not owned.
 class WindowModes
@@ -33,11 +34,14 @@ public:
 
     /// The window has another size now.
     void followResize();
+    /// Says in the empty map where a map image can be chosen, when there is none.
+    void showMapNotice();
 
 private:
     void showPartsOf(InterfaceMode mode);
     void hidePropertiesFrame();
     void resizeSettled(const QSize &size);
+    bool hasNormalSize() const;
     void storeSize(const QSize &size);
 
     QMainWindow *m_window;

@@ -2,6 +2,9 @@
 
 #include "widgets/memorybuttonspinedit.h"
 
+#include <QApplication>
+#include <QMouseEvent>
+
 namespace {
 
 constexpr int longPressMs = 1500;
@@ -18,6 +21,7 @@ CMemoryButton::CMemoryButton(QWidget *parent) : QPushButton(parent)
     setReadOnlyLook(false);
     m_editor = new CMemoryButtonSpinEdit(this);
     connect(m_editor, &CMemoryButtonSpinEdit::onLeave, this, &CMemoryButton::onSpinBoxLeave);
+    connect(m_editor, &CMemoryButtonSpinEdit::onEscape, this, &CMemoryButton::abandonEdit);
     connect(&m_longPressTimer, &QTimer::timeout, this, &CMemoryButton::timeout);
 }
 
@@ -26,6 +30,17 @@ void CMemoryButton::setReadOnlyLook(bool on)
     m_readOnlyLook = on;
     setEnabled(!on);
     setStyleSheet(QLatin1String(sheet) + QLatin1String(on ? readOnlyAddition : ""));
+}
+
+bool CMemoryButton::eventFilter(QObject *watched, QEvent *event)
+{
+    // Many widgets of the window take no focus, so the editor would stay open at a press on them.
+    const auto *pressed =
+        event->type() == QEvent::MouseButtonPress ? qobject_cast<QWidget *>(watched) : nullptr;
+    if (!pressed || pressed == m_editor || m_editor->isAncestorOf(pressed))
+        return false;
+    finishEdit();
+    return pressed == this;
 }
 
 void CMemoryButton::mousePressEvent(QMouseEvent *event)
@@ -54,6 +69,7 @@ void CMemoryButton::timeout()
     m_longPressed = true;
     m_longPressTimer.stop();
     m_editing = true;
+    qApp->installEventFilter(this);
     m_editor->show();
     m_editor->setValue(text().toInt());
     m_editor->selectAll();
@@ -64,15 +80,25 @@ void CMemoryButton::abandonEdit()
 {
     m_longPressTimer.stop();
     m_editing = false;
+    qApp->removeEventFilter(this);
+    // Hidden with the focus, the editor would hand it to the next button in the window.
+    if (m_editor->hasFocus())
+        window()->setFocus();
     m_editor->hide();
+}
+
+void CMemoryButton::finishEdit()
+{
+    if (m_editing)
+        onSpinBoxLeave();
 }
 
 void CMemoryButton::onSpinBoxLeave()
 {
     if (!m_editing)
-        return; // hiding the editor makes it leave once more
-    m_editing = false;
-    m_editor->hide();
+        return; // an editor that is closed leaves once more
+    m_editor->interpretText();
+    abandonEdit();
     setText(QString::number(m_editor->value()));
     emit onMemoryValueChanged(m_editor->value());
 }

@@ -9,8 +9,11 @@ class CMemoryButtonSpinEdit;
 ///
 ///     idle --press--> timing --release--> idle (a click)
 ///                     timing --1.5 s----> editing --Return, Enter, focus lost--> idle (value reported)
+///                                         editing --press anywhere else -------> idle (value reported)
+///                                         editing --Escape---------------------> idle (value dropped)
 ///
-/// The editor is a child that lies over the top of the button. A text that is no number opens it at 0.
+/// The editor is a child that lies over the top of the button. A text that is no number opens it at 0. A
+/// press beside it on its own button ends the edit and is no click.
 class CMemoryButton : public QPushButton
 {
     Q_OBJECT
@@ -26,6 +29,8 @@ public:
 
     /// The last press opened the editor, so its release is no request to recall the value.
     bool isLongPressed() const { return m_longPressed; }
+    /// Closes an open editor and takes its value, as if the operator had left it.
+    void finishEdit();
     /// Closes an open editor without taking its value.
     void abandonEdit();
 
@@ -34,6 +39,7 @@ signals:
     void onMemoryValueChanged(int value);
 
 protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;

@@ -2,7 +2,7 @@
 
 #include <QSpinBox>
 
-/// Inline editor of a memory button: whole degrees 0..359, wrapping. It hides itself when it is left.
+/// Inline editor of a memory button: whole degrees 0..359, wrapping. Its button hides it.
 class CMemoryButtonSpinEdit : public QSpinBox
 {
     Q_OBJECT
@@ -11,13 +11,13 @@ public:
     explicit CMemoryButtonSpinEdit(QWidget *parent = nullptr);
 
 signals:
-    /// Return, Enter or loss of focus. Return on a focused editor emits it twice: hiding costs it the focus.
+    /// Return, Enter or loss of focus.
     void onLeave();
+    /// The operator wants the former value back.
+    void onEscape();
 
 protected:
+    bool event(QEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
-
-private:
-    void leave();
 };

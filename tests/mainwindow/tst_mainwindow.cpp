@@ -101,6 +101,31 @@ private slots:
         QCOMPARE((QList<QSize>{after.extendedSize, after.miniSize, after.superMiniSize}), sizes);
     }
 
+    void onlyASizeThatTheOperatorChoseIsKept_data()
+    {
+        QTest::addColumn<int>("state");
+        QTest::newRow("maximised") << int(Qt::WindowMaximized);
+        QTest::newRow("minimised") << int(Qt::WindowMinimized);
+        QTest::newRow("full screen") << int(Qt::WindowFullScreen);
+    }
+    void onlyASizeThatTheOperatorChoseIsKept()
+    {
+        QFETCH(int, state);
+        Window window;
+        const QSize size = window.size();
+        QCoreApplication::processEvents();
+        window.setWindowState(Qt::WindowState(state));
+        QCoreApplication::processEvents();
+        QVERIFY(window.windowState() & Qt::WindowState(state));
+        window.click("propertiesButton");
+        QCoreApplication::processEvents();
+        window.click("hidePropertiesButton");
+        QCoreApplication::processEvents();
+        QCOMPARE(CSettings().extendedSize, size);
+        window.close();
+        QCOMPARE(CSettings().extendedSize, size);
+    }
+
     void nothingOldShinesThroughAtAFractionalScale()
     {
         Window window;

@@ -1,11 +1,15 @@
+#include "antenna/vextralantennaui.h"
 #include "app/resources.h"
 #include "settings/settings.h"
 #include "support/scriptedwindow.h"
 #include "widgets/antennabutton.h"
+#include "widgets/rotationdigitaldisplaywidget.h"
 #include "widgets/vextralremotecontrolwidget.h"
 
 #include <QtTest>
 #include <QtWidgets>
+
+#include <memory>
 
 using Box = ScriptedBox;
 using Window = ScriptedWindow;
@@ -74,6 +78,88 @@ private slots:
         QCOMPARE(CSettings().relayBoxName, QString("Hill"));
     }
 
+    void anotherConfigurationEndsWhatIsBeingChosen()
+    {
+        CSettings settings;
+        settings.enabled[0] = true; // or its display takes no wheel
+        settings.save();
+        Window window([](Box &box) { box.labelEditor = true; });
+        window.click("propertiesButton");
+        QTest::mouseClick(window.antenna(0)->editor()->findChild<QWidget *>("colorWidget"), Qt::LeftButton);
+        QPointer<QColorDialog> colours = window.findChild<QColorDialog *>();
+        QVERIFY(colours);
+        colours->setCurrentColor(Qt::green);
+        window.press("Ctrl+F6");
+        auto *display = window.map()->displayOf(window.antenna(0));
+        const QPointF middle = display->rect().center();
+        QWheelEvent wheel(middle, display->mapToGlobal(middle.toPoint()), {}, {0, 120}, Qt::NoButton, {},
+                          Qt::NoScrollPhase, false);
+        QApplication::sendEvent(display, &wheel);
+        QVERIFY(display->isEditing());
+        window.sent();
+        emit window.box()->onRelayBoxIdChanged(1, 2);
+        QVERIFY(!QApplication::activeModalWidget());
+        QVERIFY(!display->isEditing());
+        QVERIFY(!QTest::qWaitFor([&window] { return window.sent().contains('M'); }, 1200));
+        if (colours)
+            colours->accept();
+        QCOMPARE(CSettings().colors[0], QColor(Qt::blue));
+    }
+
+    void aTypedNameIsKeptByOkAndDroppedByCancel()
+    {
+        Window window;
+        auto *name = window.antenna(1)->editor()->findChild<QLineEdit *>("nameEdit");
+        for (const bool accepted : {false, true}) {
+            window.press("Ctrl+F5");
+            name->setText("Dipole");
+            window.get<QDialog>("CSettingsDIalog")->done(accepted ? QDialog::Accepted : QDialog::Rejected);
+            const QString kept = accepted ? "Dipole" : "Antena2";
+            QCOMPARE(name->text(), kept);
+            QCOMPARE(CSettings().names[1], kept);
+            QCOMPARE(window.antenna(1)->name(), kept);
+        }
+    }
+
+    void eachWindowKeepsItsOwnTabs_data()
+    {
+        QTest::addColumn<bool>("firstGoes");
+        QTest::newRow("the dialog's window goes first") << true;
+        QTest::newRow("the borrowing window goes first") << false;
+    }
+    void eachWindowKeepsItsOwnTabs()
+    {
+        QFETCH(bool, firstGoes);
+        auto first = std::make_unique<Window>();
+        auto second = std::make_unique<Window>();
+        QVERIFY(QMetaObject::invokeMethod(second.get(), "onShowSettingsDialog"));
+        std::unique_ptr<Window> &going = firstGoes ? first : second;
+        Window &staying = firstGoes ? *second : *first;
+        going.reset();
+        QPointer<QTabWidget> tabs = staying.get<QTabWidget>("tabWidget");
+        QVERIFY(tabs && tabs->count() == 4);
+        QVERIFY(QMetaObject::invokeMethod(&staying, "onShowSettingsDialog"));
+        QVERIFY(staying.get<QDialog>("CSettingsDIalog")->isAncestorOf(tabs));
+        QCOMPARE(tabs->count(), 4);
+    }
+
+    void theMenuNamesTheKeysAndCloses()
+    {
+        Window window;
+        QCOMPARE(window.get<QAction>("actionPreferences")->shortcut(), QKeySequence("Ctrl+F5"));
+        window.press("Ctrl+F5"); // the key still reaches its shortcut
+        auto *dialog = window.get<QDialog>("CSettingsDIalog");
+        QVERIFY(dialog->isVisible());
+        QVERIFY(!window.close()); // the dialog is in the way, and comes to the front
+        QVERIFY(window.isVisible());
+        QTRY_VERIFY(dialog->isActiveWindow());
+        dialog->reject();
+        window.activateWindow();
+        QTRY_COMPARE(QApplication::activeWindow(), &window);
+        window.press("Ctrl+Q");
+        QVERIFY(!window.isVisible());
+    }
+
     void theMapImageIsReplacedOnlyByOneThatCouldBeCopied()
     {
         const QString installed = QCoreApplication::applicationDirPath() + "/AzimuthalMap.png";
@@ -92,11 +178,21 @@ private slots:
         };
         choose(chosen, QMessageBox::No);
         QVERIFY(!QFile::exists(installed));
+        QVERIFY(window.get<QWidget>("mapNoticeLabel")->isVisible());
         choose(chosen, QMessageBox::Yes);
+        QVERIFY(!window.get<QWidget>("mapNoticeLabel")->isVisible());
         for (const QString &file : {folder.filePath("gone.png"), installed, folder.path()}) {
             QCOMPARE(QImage(installed).size(), QSize(20, 10));
             choose(file, QMessageBox::Yes);
         }
+        QCOMPARE(QImage(installed).size(), QSize(20, 10));
+
+        QFile text(folder.filePath("text.png"));
+        QVERIFY(text.open(QFile::WriteOnly) && text.write("no picture") > 0);
+        text.close();
+        choose(text.fileName(), QMessageBox::Yes);
+        const auto *refusal = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+        QVERIFY(refusal && refusal->text().contains("text.png"));
         QCOMPARE(QImage(installed).size(), QSize(20, 10));
     }
 
@@ -107,6 +203,7 @@ private slots:
             box.labelEditor = true;
             box.radios = 1;
         });
+        auto *name = window.antenna(1)->editor()->findChild<QLineEdit *>("nameEdit");
         window.press("Ctrl+F6");
         auto *dialog = window.get<QDialog>("CAntennaLabelEditorDialog");
         QVERIFY(dialog);
@@ -125,6 +222,31 @@ private slots:
         QCOMPARE(CSettings().names[0], QString("Antena1"));
         QCOMPARE(CSettings().names[1], QString("Two\nlines 1"));
         QCOMPARE(CSettings().radioNames[0], QString("Two\nlines 4"));
+        QTest::keyClick(name, Qt::Key_Return); // the field shows the new name
+        QVERIFY(CSettings().names[1].contains("lines 1"));
+    }
+
+    void labelsBeyondThoseInTheSettingsAreShownOnly()
+    {
+        Window window([](Box &box) {
+            box.labelEditor = true;
+            box.antennaTotal = 12;
+            const CSettings settings;
+            box.createAntennas(&settings);
+        });
+        window.press("Ctrl+F6");
+        auto *dialog = window.get<QDialog>("CAntennaLabelEditorDialog");
+        const auto copies = dialog->findChildren<CAntennaButton *>();
+        QCOMPARE(copies.size(), 12);
+        const QString eleventh = window.antenna(10)->name();
+        for (int copy : {9, 10}) {
+            copies[copy]->click();
+            dialog->findChild<QPlainTextEdit *>()->setPlainText(QString("Far %1").arg(copy));
+        }
+        dialog->accept();
+        QCOMPARE(window.antenna(9)->name(), QString("Far 9"));
+        QCOMPARE(window.antenna(10)->name(), eleventh);
+        QCOMPARE(CSettings().memories[0], QString("M1"));
     }
 };
 

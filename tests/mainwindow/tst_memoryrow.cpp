@@ -1,0 +1,108 @@
+#include "app/resources.h"
+#include "settings/settings.h"
+#include "support/scriptedwindow.h"
+#include "widgets/memorybutton.h"
+#include "widgets/memorybuttonspinedit.h"
+
+#include <QtTest>
+#include <QtWidgets>
+
+using Box = ScriptedBox;
+using Window = ScriptedWindow;
+
+namespace {
+
+/// Holds memory 4 until its editor is open, and types 12 over what it shows.
+QWidget *editMemory(Window &window)
+{
+    auto *memory = window.get<CMemoryButton>("memoButton4");
+    QTest::mousePress(memory, Qt::LeftButton);
+    if (!QTest::qWaitFor([memory] { return memory->isLongPressed(); }))
+        return nullptr;
+    QTest::mouseRelease(memory, Qt::LeftButton);
+    auto *editor = memory->findChild<CMemoryButtonSpinEdit *>();
+    QTest::keyClicks(editor, "12");
+    return editor;
+}
+
+} // namespace
+
+class TestMemoryRow : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { initResources(); }
+    void init()
+    {
+        removeSettingsAndMaps();
+        CSettings settings;
+        settings.memories[3] = "90";
+        settings.memories[4] = "200";
+        settings.save();
+    }
+
+    void anEditEndsWhereTheOperatorGoesOn_data()
+    {
+        QTest::addColumn<QString>("pressed"); // a widget, or nothing
+        QTest::addColumn<int>("key");
+        QTest::addColumn<QString>("stored");
+        QTest::addColumn<QString>("sent");
+        QTest::newRow("its own button") << "memoButton4" << 0 << "12"
+                                        << "";
+        QTest::newRow("another memory") << "memoButton5" << 0 << "12"
+                                        << "K0 M200";
+        QTest::newRow("the panel") << "remoteControlWidget" << 0 << "12"
+                                   << "";
+        QTest::newRow("Return") << "" << int(Qt::Key_Return) << "12"
+                                << "";
+        QTest::newRow("Escape") << "" << int(Qt::Key_Escape) << "90"
+                                << "";
+    }
+    void anEditEndsWhereTheOperatorGoesOn()
+    {
+        QFETCH(QString, pressed);
+        QFETCH(int, key);
+        QFETCH(QString, stored);
+        Window window;
+        QWidget *editor = editMemory(window);
+        QVERIFY(editor && editor->hasFocus());
+        if (key != 0) {
+            QTest::keyClick(editor, Qt::Key(key));
+        } else {
+            auto *widget = window.findChild<QWidget *>(pressed);
+            QTest::mouseClick(widget, Qt::LeftButton, {}, {widget->width() / 2, widget->height() - 3});
+        }
+        QVERIFY(editor->isHidden());
+        QCOMPARE(CSettings().memories[3], stored);
+        QCOMPARE(window.get<CMemoryButton>("memoButton4")->text(), stored);
+        QTEST(window.sent(), "sent");
+        QCOMPARE(QApplication::focusWidget(), &window);
+    }
+
+    void aWindowThatGoesKeepsWhatWasTyped()
+    {
+        auto window = std::make_unique<Window>();
+        QVERIFY(editMemory(*window));
+        window.reset();
+        QCOMPARE(CSettings().memories[3], QString("12"));
+    }
+
+    void withoutMapAndRotorNothingIsStored()
+    {
+        CSettings settings;
+        settings.angles[0] = 33.0;
+        settings.save();
+        Window window([](Box &box) { box.mapSupport = false; }, 0);
+        for (const char *keys : {"F12", "Shift+F4"})
+            window.press(keys);
+        QCOMPARE(CSettings().angles[0], 33.0);
+        QCOMPARE(window.antenna(0)->target(), 33.0);
+        Window onMap({}, 0);
+        onMap.press("Shift+F4");
+        QCOMPARE(CSettings().angles[0], 90.0);
+    }
+};
+
+QTEST_MAIN(TestMemoryRow)
+#include "tst_memoryrow.moc"
