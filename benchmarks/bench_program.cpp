@@ -7,6 +7,7 @@
 #include "settings/settings.h"
 #include "settings/settingsfile.h"
 #include "simbox/ptyline.h"
+#include "simbox/tcpline.h"
 #include "widgets/vextralremotecontrolwidget.h"
 
 #include <QApplication>
@@ -16,6 +17,7 @@
 #include <QProcess>
 #include <QSerialPort>
 #include <QSettings>
+#include <QTcpSocket>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QThread>
@@ -122,10 +124,17 @@ void measureLog()
 
 // ---- The line ----
 
+/// A line over the network connects after it was opened.
+void waitForAnswer(const CVextralRemoteControl &controller)
+{
+    (void)QTest::qWaitFor([&] { return controller.lineState().kind == LineState::Kind::Answering; });
+}
+
+constexpr double tickWaits = 100; // K0
+
 void measureWaits()
 {
     constexpr double synchronisationWaits = 100 + 100 + 100 + 20 + 100; // K0, pause, K0, K9, K0
-    constexpr double tickWaits = 100;                                   // K0
     PtyLine line(boxLink());
     line.start();
     CSettings settings;
@@ -143,13 +152,26 @@ void measureWaits()
          "at most 1.05");
 }
 
+void measureNetworkTick()
+{
+    TcpLine line;
+    line.start();
+    CSettings settings;
+    CDeviceLumen4S controller(settings);
+    controller.setRelayBoxId(1);
+    controller.open(line.portName());
+    waitForAnswer(controller);
+    const double tick = medianOf(25, [&] { return millisecondsOf([&] { controller.monitore(); }); });
+    tell("one monitoring tick over the network", tick, "ms", tickWaits, "at most 1.05");
+}
+
 /// Tells how long after an act the far end heard the first command.
 class Listener
 {
 public:
-    explicit Listener(PtyLine &line) : m_line(line)
+    explicit Listener(BoxLine &line) : m_line(line)
     {
-        line.setListener([this](const PtyLine::Traffic &piece) {
+        line.setListener([this](const BoxLine::Traffic &piece) {
             if (piece.fromProgram && m_heardAt < 0)
                 m_heardAt = m_clock.nsecsElapsed();
         });
@@ -168,36 +190,61 @@ public:
     }
 
 private:
-    PtyLine &m_line;
+    BoxLine &m_line;
     QElapsedTimer m_clock;
     std::atomic<qint64> m_heardAt{0};
 };
 
-void measureKeyPress()
+void measureKeyPress(BoxLine &line, QIODevice &bareLine, const char *what)
 {
-    PtyLine line(boxLink());
     Listener listener(line);
     line.start();
-    storePort(boxLink());
+    storePort(line.portName());
     CMainWindow window;
     window.show();
     if (!QTest::qWaitForWindowActive(&window))
         return;
+    waitForAnswer(*CurrentObjects::controller());
     CurrentObjects::controller()->stopMonitoring();
     const auto press = [&] { QTest::keyClick(&window, Qt::Key_F1); };
     const double own = medianOf(15, [&] { return listener.millisecondsAfter(press); });
     CurrentObjects::controller()->close();
 
-    QSerialPort port(boxLink());
-    port.open(QIODevice::ReadWrite);
+    bareLine.open(QIODevice::ReadWrite);
     const auto write = [&] {
-        port.write("K1\r\n");
-        port.waitForBytesWritten(1000);
+        bareLine.write("K1\r\n");
+        bareLine.waitForBytesWritten(1000);
     };
     const double bare = medianOf(15, [&] { return listener.millisecondsAfter(write); });
-    std::printf(
-        "| key press to the first byte on the line | %.2f ms | %.2f ms | %+.2f ms | at most 1 ms more |\n",
-        own, bare, own - bare);
+    std::printf("| %s | %.2f ms | %.2f ms | %+.2f ms | at most 1 ms more |\n", what, own, bare, own - bare);
+}
+
+void measureKeyPresses()
+{
+    PtyLine pty(boxLink());
+    QSerialPort port(boxLink());
+    measureKeyPress(pty, port, "key press to the first byte on the line");
+
+    /// Connects when it is opened.
+    class Socket : public QTcpSocket
+    {
+    public:
+        explicit Socket(const TcpLine &line) : m_line(line) {}
+        bool open(OpenMode) override
+        {
+            connectToHost(QHostAddress::LocalHost, m_line.port());
+            const bool connected = waitForConnected();
+            setSocketOption(LowDelayOption, 1);
+            return connected;
+        }
+
+    private:
+        const TcpLine &m_line;
+    };
+    TcpLine tcp;
+    tcp.start();
+    Socket socket(tcp);
+    measureKeyPress(tcp, socket, "the same over the network");
 }
 
 // ---- Painting ----
@@ -310,8 +357,9 @@ int main(int argc, char *argv[])
 
     std::puts("| what | value | yardstick | ratio | wanted |\n|---|---|---|---|---|");
     measureProcesses();
-    measureKeyPress();
+    measureKeyPresses();
     measureWaits();
+    measureNetworkTick();
     measureSettings();
     measureLog();
     measurePanel();

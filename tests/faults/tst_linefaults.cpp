@@ -140,7 +140,7 @@ private slots:
         m_station->pollEvery(100);
         if (when == "under a dialog")
             m_station->press(Qt::Key_F5, Qt::ControlModifier);
-        PtyLine &line = m_station->line;
+        BoxLine &line = m_station->line;
         line.clearReceived();
         m_log->clear();
 
@@ -166,8 +166,8 @@ private slots:
         QVERIFY(toolTip().startsWith("Connected"));
 
         QCOMPARE(m_station->heard().remove("K0").simplified(), QString(when == "writing" ? "K1" : ""));
-        QCOMPARE(m_log->lines().filter(line.linkPath() + " went away").size(), 1);
-        QCOMPARE(m_log->lines().filter(line.linkPath() + " is back").size(), 1);
+        QCOMPARE(m_log->lines().filter(line.portName() + " went away").size(), 1);
+        QCOMPARE(m_log->lines().filter(line.portName() + " is back").size(), 1);
         verifyServed();
         if (when == "under a dialog") {
             QVERIFY(CurrentObjects::settingsDialog()->isVisible());

@@ -101,7 +101,7 @@ private slots:
                                  "tcp://the mast:7000",
                                  "tcp://me@mast:7000",
                                  "tcp://mast/x:7000",
-                                 "tcp://mast:7000/x",
+                                 "tcp://mast:7000/x"
                                  "tcp://mast:7000\ntcp://mast:7000"})
             row(text);
     }
@@ -157,9 +157,9 @@ private slots:
         const int firstOpening = line.opening();
 
         QCOMPARE(trafficText(line.poll()), QString("ST=<10><00><LF>"));
-        QVERIFY(line.takesOrders() && line.write("K1\n", 50));
+        QVERIFY(line.takesOrders() && line.write("K1\n", 50) && line.write("S\r\n", 50));
         QCOMPARE(trafficText(line.poll()), QString("ST=<11><00><LF>"));
-        QCOMPARE(trafficText(box.receivedBytes()), QString("K0<CR><LF>K1<CR><LF>K0<CR><LF>"));
+        QCOMPARE(trafficText(box.receivedBytes()), QString("K0<CR><LF>K1<CR><LF>S<CR><CR><LF>K0<CR><LF>"));
 
         for (int restart = 0; restart < 2; ++restart) {
             line.signalled.clear();

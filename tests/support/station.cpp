@@ -2,18 +2,65 @@
 
 #include "device/devicekt240m.h"
 #include "settings/settings.h"
+#include "simbox/ptyline.h"
+#include "simbox/tcpline.h"
 #include "widgets/antennabutton.h"
 #include "widgets/ledbutton.h"
 
 #include <QDir>
+#include <QTcpServer>
 
-void Station::writeFreshSettings(const QString &portName)
+namespace {
+
+constexpr int connectMs = 10000;
+
+QString terminalLink()
+{
+    return QCoreApplication::applicationDirPath() + "/box";
+}
+
+/// The same one in the whole run.
+quint16 tcpPort()
+{
+    static const quint16 port = [] {
+        QTcpServer server;
+        server.listen(QHostAddress::LocalHost);
+        return server.serverPort();
+    }();
+    return port;
+}
+
+std::unique_ptr<BoxLine> makeLine(SimulatedBox::Model model)
+{
+    if (qgetenv("VEXTRAL_LINE") == "tcp")
+        return std::make_unique<TcpLine>(TcpLine::Endpoint{QHostAddress::LocalHost, tcpPort()}, model);
+    return std::make_unique<PtyLine>(terminalLink(), model);
+}
+
+} // namespace
+
+Station::Station(SimulatedBox::Model model) : m_line(makeLine(model)), line(*m_line), m_model(model)
+{
+    line.start();
+    if (qgetenv("VEXTRAL_LINE") == "ser2net") {
+        server = std::make_unique<Ser2Net>(tcpPort(), terminalLink());
+        server->start();
+    }
+}
+
+QString Station::portName()
+{
+    return qEnvironmentVariableIsSet("VEXTRAL_LINE") ? QString("tcp://localhost:%1").arg(tcpPort())
+                                                     : terminalLink();
+}
+
+void Station::writeFreshSettings(const QString &port)
 {
     QDir folder(QCoreApplication::applicationDirPath());
     for (const QString &file : folder.entryList({"VextralRemoteControl.ini*"}))
         folder.remove(file);
     CSettings settings;
-    settings.comPortName = portName;
+    settings.comPortName = port;
     settings.save();
 }
 
@@ -26,6 +73,13 @@ void Station::startProgram()
             [](const CSettings &settings) { return new CDeviceKT240M(settings); });
     window->show();
     QVERIFY(QTest::qWaitForWindowActive(window.get()));
+    waitUntilConnected();
+}
+
+void Station::waitUntilConnected()
+{
+    if (isOverNetwork() && CSettings().comPortName == portName())
+        QTRY_COMPARE_WITH_TIMEOUT(controller()->lineState().kind, LineState::Kind::Answering, connectMs);
 }
 
 void Station::pollEvery(int milliseconds)

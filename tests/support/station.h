@@ -3,7 +3,8 @@
 #include "device/vextralremotecontrol.h"
 #include "mainwindow/currentobjects.h"
 #include "mainwindow/mainwindow.h"
-#include "simbox/ptyline.h"
+#include "simbox/boxline.h"
+#include "support/ser2net.h"
 #include "widgets/vextralremotecontrolwidget.h"
 
 #include <QCoreApplication>
@@ -13,24 +14,27 @@
 
 /// The program's window on a simulated box, as an operator sees and hears it. After pollEvery(noPollsMs)
 /// polls come from poll() alone, so that the dialogue on the line is the same on every run.
+///
+/// The environment chooses what lies between them, VEXTRAL_LINE: a pseudo-terminal, or "tcp" for a socket, or
+/// "ser2net" for that server on the pseudo-terminal.
 class Station
 {
 public:
     static constexpr int noPollsMs = 3600 * 1000;
 
-    explicit Station(SimulatedBox::Model model = SimulatedBox::Model::StackSwitch)
-        : line(boxLink(), model), m_model(model)
-    {
-        line.start();
-    }
+    explicit Station(SimulatedBox::Model model = SimulatedBox::Model::StackSwitch);
 
-    /// Where the box is found, which fresh settings name.
-    static QString boxLink() { return QCoreApplication::applicationDirPath() + "/box"; }
+    /// The port that fresh settings name and the box is found at.
+    static QString portName();
+    static bool isOverNetwork() { return portName().startsWith("tcp:"); }
     /// Leaves a settings file beside the test that knows this port and nothing else.
-    static void writeFreshSettings(const QString &portName = boxLink());
+    static void writeFreshSettings(const QString &port = portName());
 
-    /// Shows the window, which opens the port.
+    /// Shows the window, which opens the port, and waits until it is connected.
     void startProgram();
+    /// A network line that was opened answers later. Returns at once for others, and where fresh settings
+    /// name another port than portName().
+    void waitUntilConnected();
 
     void poll() { controller()->monitore(); }
     /// Polls by itself from now on, with the first poll at once.
@@ -56,7 +60,12 @@ public:
         return window->findChild<Widget *>(name);
     }
 
-    PtyLine line;
+private:
+    std::unique_ptr<BoxLine> m_line;
+
+public:
+    BoxLine &line;
+    std::unique_ptr<Ser2Net> server; // with "ser2net" only
     std::unique_ptr<CMainWindow> window;
 
 private:
