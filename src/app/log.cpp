@@ -49,7 +49,10 @@ QLoggingCategory::CategoryFilter systemFilter = nullptr;
 /// The system's rules hold for all categories but the one that the program logs in.
 void filterCategory(QLoggingCategory *category)
 {
-    systemFilter(category);
+    // While it is being installed this filter is called for the categories that there are. They have obeyed
+    // the rules already.
+    if (systemFilter)
+        systemFilter(category);
     if (qstrcmp(category->categoryName(), "default") != 0)
         return;
     for (const QtMsgType type : {QtDebugMsg, QtInfoMsg, QtWarningMsg, QtCriticalMsg})
