@@ -3,7 +3,6 @@
 #include "antenna/vextralantenna.h"
 #include "compass/degrees.h"
 #include "device/vextralremotecontrol.h"
-#include "widgets/map/azimuthalanimation.h"
 #include "widgets/map/vextralazimuthalwidget.h"
 
 #include <QKeyEvent>
@@ -109,8 +108,7 @@ void HeldKeys::turn(int direction)
     qDebug("................. changeCurrentAntennaDirection() %s", ccw ? "CCW" : "CW");
     antenna->setTarget(end);
     antenna->clearTarget();
-    m_map->setAnimationTicks(AzimuthalAnimation::ticksIn(m_controller->monitorInterval()));
-    m_map->startAnimation(antenna, antenna->angle(), end);
+    m_map->animate(antenna, antenna->angle(), end, m_controller->monitorInterval());
     m_controller->rotateTo(end);
 }
 

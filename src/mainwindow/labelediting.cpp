@@ -50,8 +50,7 @@ void takeLabels(const CAntennaLabelEditorDialog &dialog, CVextralRemoteControlWi
 
 } // namespace
 
-CAntennaLabelEditorDialog *editLabels(CVextralRemoteControlWidget *panel, CVextralRemoteControl *controller,
-                                      QWidget *window)
+QDialog *editLabels(CVextralRemoteControlWidget *panel, CVextralRemoteControl *controller, QWidget *window)
 {
     auto *dialog = new CAntennaLabelEditorDialog(toVector(panel->antennaButtons()),
                                                  toVector(panel->radioButtons()), window);

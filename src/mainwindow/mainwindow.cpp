@@ -4,7 +4,6 @@
 #include "antenna/vextralantenna.h"
 #include "device/devicelumen4s.h"
 #include "device/vextralremotecontrol.h"
-#include "dialogs/antennalabeleditordialog.h"
 #include "mainwindow/antennatabs.h"
 #include "mainwindow/currentobjects.h"
 #include "mainwindow/heldkeys.h"
@@ -14,6 +13,7 @@
 #include "mainwindow/settingsdialogloan.h"
 #include "mainwindow/shortcuts.h"
 #include "mainwindow/windowmodes.h"
+#include "mainwindow/windowtitle.h"
 #include "settings/interfacemode.h"
 #include "settings/settings.h"
 #include "settings/settingsfile.h"
@@ -26,6 +26,7 @@
 #include "widgets/vextralremotecontrolwidget.h"
 
 #include <QCheckBox>
+#include <QDialog>
 #include <QKeyEvent>
 #include <QScopedValueRollback>
 
@@ -34,38 +35,7 @@ namespace {
 /// Two key presses of one search in a list may lie this far apart; operators look away from the keyboard.
 constexpr int keyboardInputIntervalMs = 30000;
 
-constexpr int iconSide = 128;
 constexpr double zoomStep = 0.2;
-
-constexpr int firstRxKey = 1;
-constexpr int firstTxKey = 5;
-constexpr int firstRadioKey = 7;
-constexpr int firstMemoryKey = 1;
-constexpr char plus180Keys[] = "F12";
-constexpr char settingsKeys[] = "Ctrl+F5";
-constexpr char labelKeys[] = "Ctrl+F6";
-
-/// With its size given, the picture is read only where the desktop asks for it.
-QIcon programIcon()
-{
-    QIcon icon;
-    icon.addFile(QStringLiteral(":images/Vextral.png"), QSize(iconSide, iconSide));
-    return icon;
-}
-
-/// The window's shortcut has the keys already: here they are for the eye, and for a menu bar with the focus.
-void showKeysInMenu(QAction *action, const char *keys)
-{
-    action->setShortcut(QKeySequence(keys));
-    action->setShortcutContext(Qt::WidgetShortcut);
-}
-
-template <typename Button>
-void clickAt(int position, const QList<Button *> &buttons)
-{
-    if (Button *button = buttons.value(position))
-        button->click();
-}
 
 } // namespace
 
@@ -81,7 +51,7 @@ CMainWindow::CMainWindow(const ControllerFactory &makeController, QWidget *paren
     createFixedShortcuts();
     QApplication::setKeyboardInputInterval(keyboardInputIntervalMs);
     m_settingsDialog = std::make_unique<SettingsDialogLoan>(this);
-    setWindowIcon(programIcon());
+    showIcon();
 
     const CSettings settings;
     createController(makeController, settings);
@@ -133,13 +103,21 @@ void CMainWindow::buildForm()
     });
 }
 
+void CMainWindow::showIcon()
+{
+    // With its size given, the picture is read only where the desktop asks for it.
+    QIcon icon;
+    icon.addFile(QStringLiteral(":images/Vextral.png"), QSize(128, 128));
+    setWindowIcon(icon);
+}
+
 void CMainWindow::createMemoryRow()
 {
-    m_memoryRow = std::make_unique<MemoryRow>(
-        std::vector<CMemoryButton *>{
-            m_ui->memoButton1, m_ui->memoButton2, m_ui->memoButton3, m_ui->memoButton4, m_ui->memoButton5,
-            m_ui->memoButton6, m_ui->memoButton7, m_ui->memoButton8, m_ui->memoButton9, m_ui->memoButton10},
-        m_ui->plus180Button, m_ui->azimuthalWidget);
+    std::vector<CMemoryButton *> memories;
+    for (int i = 1; i <= CSettings::elementCount; ++i)
+        memories.push_back(findChild<CMemoryButton *>(QStringLiteral("memoButton%1").arg(i)));
+    m_memoryRow =
+        std::make_unique<MemoryRow>(std::move(memories), m_ui->plus180Button, m_ui->azimuthalWidget);
     for (CMemoryButton *memory : m_memoryRow->memories()) {
         connect(memory, &CMemoryButton::clicked, this, &CMainWindow::onMemoryButtonClicked);
         connect(memory, &CMemoryButton::onMemoryValueChanged, this, &CMainWindow::onMemoryValueChanged);
@@ -195,33 +173,24 @@ void CMainWindow::createAntennaTabs()
 void CMainWindow::createFixedShortcuts()
 {
     m_shortcuts = std::make_unique<Shortcuts>(this);
-    const std::vector<CMemoryButton *> &memories = m_memoryRow->memories();
-    m_shortcuts->addRow(QStringLiteral("M"), memories, QStringLiteral("Shift+"), firstMemoryKey, this,
-                        &CMainWindow::onMemoryButtonShortcutTrigered);
-    for (std::size_t i = 0; i < memories.size(); ++i)
-        memories[i]->setAccessibleName(tr("Memory %1").arg(i + 1));
-
-    m_shortcuts->add(plus180Keys, this, &CMainWindow::on_plus180Button_clicked);
-    Shortcuts::showKeys(m_ui->plus180Button, tr("Opposite bearing"), plus180Keys);
-    m_ui->plus180Button->setAccessibleName(tr("Opposite bearing"));
-    m_rotorShortcut = m_shortcuts->add(QStringLiteral("F9"), this, &CMainWindow::toggleRotor);
+    m_shortcuts->addRow(QStringLiteral("M"), m_memoryRow->memories(), QStringLiteral("Shift+"),
+                        Shortcuts::firstMemoryKey, this, &CMainWindow::onMemoryButtonShortcutTrigered);
+    m_shortcuts->add(Shortcuts::plus180Keys, this, &CMainWindow::on_plus180Button_clicked);
+    Shortcuts::showKeys(m_ui->plus180Button, tr("Opposite bearing"), Shortcuts::plus180Keys);
+    m_rotorShortcut = m_shortcuts->add(Shortcuts::rotorKeys, this, &CMainWindow::toggleRotor);
 }
 
 void CMainWindow::createDeviceShortcuts()
 {
     const CVextralRemoteControlWidget *panel = m_ui->remoteControlWidget;
-    m_shortcuts->addRow(QStringLiteral("RX"), panel->antennaButtons(), QString(), firstRxKey, this,
+    m_shortcuts->addRow(QStringLiteral("RX"), panel->antennaButtons(), QString(), Shortcuts::firstRxKey, this,
                         &CMainWindow::onAtennaButtonShortcutTrigered);
-    m_shortcuts->addRow(QStringLiteral("TX"), panel->txButtons(), QString(), firstTxKey, this,
+    m_shortcuts->addRow(QStringLiteral("TX"), panel->txButtons(), QString(), Shortcuts::firstTxKey, this,
                         &CMainWindow::onAtennaTXButtonShortcutTrigered);
-    createRadioShortcuts();
-}
 
-void CMainWindow::createRadioShortcuts()
-{
     const int radios = m_controller->radioCount();
     for (int i = 0; i < radios; ++i)
-        m_shortcuts->addForPosition(i, Shortcuts::functionKey(firstRadioKey + i), this,
+        m_shortcuts->addForPosition(i, Shortcuts::functionKey(Shortcuts::firstRadioKey + i), this,
                                     &CMainWindow::onRadioButtonShortcutTrigered);
     if (radios == 0 || m_controller->rotorCount() > 0)
         return;
@@ -234,11 +203,11 @@ void CMainWindow::connectMenu()
     const bool allowsSettingsDialog = m_controller->capabilityH();
     const bool allowsLabelEditor = m_controller->capabilityI();
     if (allowsSettingsDialog)
-        m_shortcuts->add(settingsKeys, this, &CMainWindow::onShowSettingsDialog);
+        m_shortcuts->add(Shortcuts::settingsKeys, this, &CMainWindow::onShowSettingsDialog);
     if (allowsLabelEditor)
-        m_shortcuts->add(labelKeys, this, &CMainWindow::onShowAntennaLabelEditorDialog);
-    showKeysInMenu(m_ui->actionPreferences, settingsKeys);
-    showKeysInMenu(m_ui->actionLabels, labelKeys);
+        m_shortcuts->add(Shortcuts::labelKeys, this, &CMainWindow::onShowAntennaLabelEditorDialog);
+    Shortcuts::showInMenu(m_ui->actionPreferences, Shortcuts::settingsKeys);
+    Shortcuts::showInMenu(m_ui->actionLabels, Shortcuts::labelKeys);
     m_ui->actionPreferences->setEnabled(allowsSettingsDialog);
     m_ui->actionLabels->setEnabled(allowsLabelEditor);
     connect(m_ui->actionPreferences, &QAction::triggered, this, &CMainWindow::onPreferenceMenuTriggered);
@@ -260,12 +229,12 @@ void CMainWindow::connectConfigurationChange()
 
 void CMainWindow::onAtennaButtonShortcutTrigered()
 {
-    clickAt(m_shortcuts->positionOf(sender()), m_ui->remoteControlWidget->antennaButtons());
+    m_shortcuts->clickButtonOf(sender(), m_ui->remoteControlWidget->antennaButtons());
 }
 
 void CMainWindow::onAtennaTXButtonShortcutTrigered()
 {
-    clickAt(m_shortcuts->positionOf(sender()), m_ui->remoteControlWidget->txButtons());
+    m_shortcuts->clickButtonOf(sender(), m_ui->remoteControlWidget->txButtons());
 }
 
 void CMainWindow::onRadioButtonShortcutTrigered()
@@ -301,32 +270,18 @@ void CMainWindow::applySettings(const CSettings &settings)
     applyIdentity(settings.relayBoxId, settings.relayBoxName);
 }
 
-bool CMainWindow::isTitledByName() const
-{
-    return false; // no model of ours is known by its given name alone
-}
-
 void CMainWindow::applyIdentity(int relayBoxId, const QString &relayBoxName)
 {
     m_controller->setRelayBoxId(relayBoxId);
     m_controller->setRelayBoxName(relayBoxName);
 
-    const QString model = m_controller->modelName();
-    QString title = model + QLatin1String(" : ") + relayBoxName;
-    const bool hasId = m_controller->capabilityA();
-    if (hasId)
-        title = QStringLiteral("%1 %2 %3").arg(model, QString::number(relayBoxId), relayBoxName);
-    else if (isTitledByName())
-        title = relayBoxName;
-    setWindowTitle(QLatin1String("Vextral - ") + title);
+    setWindowTitle(windowTitleOf(*m_controller));
 }
 
 void CMainWindow::openPort(const QString &portName)
 {
-    if (m_controller->open(portName))
-        return;
-    if (CLedButton *power = m_ui->remoteControlWidget->powerIndicator())
-        power->setChecked(false);
+    if (!m_controller->open(portName))
+        m_ui->remoteControlWidget->showPower(false);
 }
 
 // ---- The map and the tabs ----
@@ -356,11 +311,8 @@ void CMainWindow::on_pushButton_clicked()
     m_mapImageChoice->ask();
 }
 
-// ---- Memories ----
-
-void CMainWindow::onMemoryButtonClicked(bool b)
+void CMainWindow::onMemoryButtonClicked(bool /*b*/)
 {
-    Q_UNUSED(b)
     m_memoryRow->click(sender());
 }
 
@@ -378,8 +330,6 @@ void CMainWindow::onAntennaRotationDone()
 {
     m_memoryRow->showRest();
 }
-
-// ---- Held keys ----
 
 void CMainWindow::keyPressEvent(QKeyEvent *event)
 {
@@ -403,8 +353,6 @@ void CMainWindow::onStopRotating()
     m_heldKeys->forget();
     m_memoryRow->showRest();
 }
-
-// ---- The window's size ----
 
 void CMainWindow::resizeEvent(QResizeEvent *event)
 {
@@ -444,12 +392,10 @@ bool CMainWindow::bringDialogToFront()
     return true;
 }
 
-// ---- Dialogs, which are modal but run no event loop of their own: one that was opened inside a poll would
-// stop the polling until it is closed ----
+// ---- Dialogs ----
 
-void CMainWindow::onPreferenceMenuTriggered(bool c)
+void CMainWindow::onPreferenceMenuTriggered(bool /*c*/)
 {
-    Q_UNUSED(c)
     onShowSettingsDialog();
 }
 
@@ -468,9 +414,8 @@ void CMainWindow::onSettingsAccepted(const QString &mode)
     applyIdentity(m_controller->relayBoxId(), CSettings().relayBoxName);
 }
 
-void CMainWindow::onEditLabelsMenuTriggered(bool c)
+void CMainWindow::onEditLabelsMenuTriggered(bool /*c*/)
 {
-    Q_UNUSED(c)
     onShowAntennaLabelEditorDialog();
 }
 
@@ -478,11 +423,9 @@ void CMainWindow::onShowAntennaLabelEditorDialog()
 {
     if (!m_controller->capabilityI())
         return;
-    const auto *dialog = editLabels(m_ui->remoteControlWidget, m_controller, this);
+    const QDialog *dialog = editLabels(m_ui->remoteControlWidget, m_controller, this);
     connect(this, &CMainWindow::configurationAboutToChange, dialog, &QDialog::reject);
 }
-
-// ---- Another relay box ----
 
 void CMainWindow::onRotorRelayBoxIdChanged(int currentValue, int newValue)
 {

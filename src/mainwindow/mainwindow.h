@@ -75,6 +75,7 @@ protected:
 
 private:
     void buildForm();
+    void showIcon();
     void createMemoryRow();
     void createController(const ControllerFactory &makeController, const CSettings &settings);
     void connectController();
@@ -82,13 +83,11 @@ private:
     void createAntennaTabs();
     void createFixedShortcuts();
     void createDeviceShortcuts();
-    void createRadioShortcuts();
     void connectMenu();
     void connectConfigurationChange();
 
     void applySettings(const CSettings &settings);
     void applyIdentity(int relayBoxId, const QString &relayBoxName);
-    bool isTitledByName() const;
     void openPort(const QString &portName);
 
     void onStopRotating();

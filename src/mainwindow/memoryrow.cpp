@@ -40,7 +40,11 @@ bool canPoint(const CVextralAntenna &antenna)
 MemoryRow::MemoryRow(std::vector<CMemoryButton *> memories, QPushButton *opposite,
                      CVextralAzimuthalWidget *map)
     : m_memories(std::move(memories)), m_opposite(opposite), m_map(map)
-{}
+{
+    for (std::size_t i = 0; i < m_memories.size(); ++i)
+        m_memories[i]->setAccessibleName(tr("Memory %1").arg(i + 1));
+    m_opposite->setAccessibleName(tr("Opposite bearing"));
+}
 
 void MemoryRow::showTexts(const CSettings::Elements<QString> &texts)
 {

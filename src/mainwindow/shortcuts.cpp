@@ -1,6 +1,7 @@
 #include "mainwindow/shortcuts.h"
 
 #include <QAbstractButton>
+#include <QAction>
 
 QShortcut *Shortcuts::make(const QString &keys)
 {
@@ -19,4 +20,11 @@ QString Shortcuts::functionKey(int number)
 void Shortcuts::showKeys(QAbstractButton *button, const QString &what, const QString &keys)
 {
     button->setToolTip(what + QLatin1Char('\t') + keys);
+}
+
+void Shortcuts::showInMenu(QAction *action, const QString &keys)
+{
+    action->setShortcut(QKeySequence(keys));
+    // The same keys twice in a window would reach neither; these count in a menu bar with the focus.
+    action->setShortcutContext(Qt::WidgetShortcut);
 }

@@ -1,16 +1,28 @@
 #pragma once
 
 #include <QHash>
+#include <QLatin1String>
 #include <QShortcut>
 #include <QString>
 
 class QAbstractButton;
+class QAction;
 
 /// The window's keys, each of which stands for an operation of the window or for a button in a row of them. A
 /// key may serve only one shortcut: two on the same key never fire.
 class Shortcuts
 {
 public:
+    // Numbers of function keys.
+    static constexpr int firstRxKey = 1;
+    static constexpr int firstTxKey = 5;
+    static constexpr int firstRadioKey = 7;
+    static constexpr int firstMemoryKey = 1;
+    static constexpr QLatin1String rotorKeys{"F9"};
+    static constexpr QLatin1String plus180Keys{"F12"};
+    static constexpr QLatin1String settingsKeys{"Ctrl+F5"};
+    static constexpr QLatin1String labelKeys{"Ctrl+F6"};
+
     explicit Shortcuts(QWidget *window) : m_window(window) {}
 
     /// Calls `slot` of the window at each press of `keys`, in the text form of QKeySequence.
@@ -44,9 +56,20 @@ public:
     /// The position in its row of the button that a shortcut stands for, -1 for one without a row.
     int positionOf(const QObject *shortcut) const { return m_positions.value(shortcut, -1); }
 
+    /// Clicks the button in a row that a shortcut stands for.
+    template <typename Button>
+    void clickButtonOf(const QObject *shortcut, const QList<Button *> &row) const
+    {
+        if (Button *button = row.value(positionOf(shortcut)))
+            button->click();
+    }
+
     static QString functionKey(int number);
     /// Says in the tool tip what a button is and what its keys are.
     static void showKeys(QAbstractButton *button, const QString &what, const QString &keys);
+
+    /// Shows the keys of a shortcut beside the menu entry that does the same.
+    static void showInMenu(QAction *action, const QString &keys);
 
 private:
     QShortcut *make(const QString &keys);
