@@ -12,6 +12,7 @@
 #include "mainwindow/memoryrow.h"
 #include "mainwindow/settingsdialogloan.h"
 #include "mainwindow/shortcuts.h"
+#include "mainwindow/stationmapentry.h"
 #include "mainwindow/windowmodes.h"
 #include "mainwindow/windowtitle.h"
 #include "settings/interfacemode.h"
@@ -213,6 +214,8 @@ void CMainWindow::connectMenu()
     connect(m_ui->actionPreferences, &QAction::triggered, this, &CMainWindow::onPreferenceMenuTriggered);
     connect(m_ui->actionLabels, &QAction::triggered, this, &CMainWindow::onEditLabelsMenuTriggered);
     connect(m_ui->actionQuit, &QAction::triggered, this, &CMainWindow::close);
+    if (m_controller->supportsAzimuthalMap())
+        addStationMapEntry(m_ui->menuFile, m_ui->azimuthalWidget);
 }
 
 void CMainWindow::connectConfigurationChange()
