@@ -3,21 +3,28 @@
 #include "device/devicekt240m.h"
 #include "dialogs/serialportselectiondialog.h"
 #include "dialogs/settingsdialog.h"
+#include "dialogs/stationmapdialog.h"
 #include "mainwindow/currentobjects.h"
 #include "mainwindow/mainwindow.h"
 #include "settings/settings.h"
 #include "settings/settingsfile.h"
 #include "simbox/ptyline.h"
+#include "stationmap/indexedimage.h"
+#include "stationmap/positiontext.h"
+#include "stationmap/stationmapfile.h"
 #include "widgets/antennabutton.h"
 #include "widgets/ledbutton.h"
+#include "widgets/map/azimuthalmapimage.h"
 #include "widgets/map/vextralazimuthalwidget.h"
 #include "widgets/rotationdigitaldisplaywidget.h"
 #include "widgets/vextralremotecontrolwidget.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMouseEvent>
@@ -63,7 +70,7 @@ bool waitFor(const char *what, const std::function<bool()> &condition)
     return true;
 }
 
-bool write(const QPixmap &picture, const QString &name)
+bool write(const QImage &picture, const QString &name)
 {
     const bool fine = picture.devicePixelRatioF() > 1.0;
     const QString path = pictureFolder + QLatin1Char('/') + name + QLatin1String(fine ? "@2x.png" : ".png");
@@ -75,7 +82,7 @@ bool write(const QPixmap &picture, const QString &name)
 bool save(QWidget *widget, const QString &name)
 {
     QCoreApplication::processEvents();
-    return write(widget->grab(), name);
+    return write(widget->grab().toImage(), name);
 }
 
 QWidget *visibleToolTip()
@@ -107,7 +114,7 @@ bool saveWithPowerTip(QWidget *window, CVextralRemoteControlWidget *panel, const
     painter.drawPixmap(place, tip->grab());
     painter.end();
     QToolTip::hideText();
-    return write(picture, name);
+    return write(picture.toImage(), name);
 }
 
 void sendMouse(QWidget *widget, QEvent::Type type)
@@ -345,6 +352,55 @@ bool drawMap(const QSize &size)
     return save(&map, QStringLiteral("map-%1x%2").arg(size.width()).arg(size.height()));
 }
 
+bool writeFile(const QByteArray &contents, const QString &path)
+{
+    QFile file(path);
+    const bool written = file.open(QIODevice::WriteOnly) && file.write(contents) == contents.size();
+    std::printf("%s %s\n", written ? "wrote" : "could not write", qPrintable(path));
+    return written;
+}
+
+QByteArray stationMap(const StationMap &map, int side)
+{
+    return StationMapFile::encoded(map.drawn(readLandOutlines(), side), {});
+}
+
+/// The map that comes with the program, where the programs of the other pictures look for it.
+bool drawDefaultMap()
+{
+    const StationMap map{{0.0, 0.0}, QString::fromUtf8("0° N 0° E")};
+    return writeFile(stationMap(map, StationMapFile::usualSide), AzimuthalMapImage::installedPath());
+}
+
+bool drawStationMaps()
+{
+    bool good = true;
+    for (const char *locator : {"GG66rp", "JO62qm", "PM95up"}) {
+        const QString caption = QLatin1String(locator);
+        const StationMap map{*PositionText::positionOfLocator(caption), caption};
+        const QString name = QStringLiteral("map-of-%1.png").arg(caption.toLower());
+        good = writeFile(stationMap(map, 300), pictureFolder + QLatin1Char('/') + name) && good;
+    }
+    return good;
+}
+
+bool drawStationMapDialog()
+{
+    const Rotator rotator = startRotator(QStringLiteral("extended"));
+    rotator.window->findChild<QAction *>(QStringLiteral("actionStationMap"))->trigger();
+    auto *dialog = rotator.window->findChild<CStationMapDialog *>();
+    const auto type = [dialog](const char *field, const QString &text) {
+        auto *edit = dialog->findChild<QLineEdit *>(QLatin1String(field));
+        edit->setText(text);
+        emit edit->textEdited(text);
+    };
+    type("captionEdit", QStringLiteral("DL0ABC"));
+    type("locatorEdit", QStringLiteral("JO62qm"));
+    const auto *preview = dialog->findChild<QLabel *>(QStringLiteral("previewLabel"));
+    return waitFor("the preview is drawn", [preview] { return preview->text().isEmpty(); })
+        && write(indexedImage(dialog->grab().toImage()), QStringLiteral("map-of-my-station"));
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -363,12 +419,15 @@ int main(int argc, char *argv[])
     pictureFolder = QString::fromLocal8Bit(argv[1]);
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
 
-    bool good = drawFirstStart();
+    bool good = drawDefaultMap();
+    good = drawFirstStart() && good;
     good = drawStackSwitch() && good;
     for (const char *mode : {"mini", "supermini"})
         good = drawRotatorAtRest(QLatin1String(mode)) && good;
     good = drawRotatorTurning() && good;
     good = drawRotatorAtWork() && good;
     good = drawMap(QSize(672, 480)) && good;
+    good = drawStationMaps() && good;
+    good = drawStationMapDialog() && good;
     return good ? 0 : 1;
 }
