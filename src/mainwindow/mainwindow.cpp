@@ -30,6 +30,7 @@
 #include <QDialog>
 #include <QKeyEvent>
 #include <QScopedValueRollback>
+#include <QTabBar>
 
 namespace {
 
