@@ -13,7 +13,6 @@
 
 #include <QCoreApplication>
 #include <QSignalBlocker>
-#include <QThread>
 
 #include <algorithm>
 
@@ -290,7 +289,7 @@ bool CDeviceKT240M::obey(const RotatorMotion::MaybeOrder &order)
 bool CDeviceKT240M::brake()
 {
     const bool sent = CVextralRemoteControl::stop();
-    QThread::msleep(afterBrakeMs);
+    pause(afterBrakeMs);
     restAntenna();
     return sent;
 }

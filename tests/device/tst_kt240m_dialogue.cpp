@@ -17,7 +17,7 @@ private slots:
         QElapsedTimer time;
         time.start();
         station.rotator->startMonitoring();
-        QTRY_COMPARE(station.line.commands(), (QList<QByteArray>{"C", "C", "C", "C"}));
+        QTRY_COMPARE(station.line.commands(), (QStringList{"C", "C", "C", "C"}));
         QVERIFY2(time.elapsed() > 1000 && time.elapsed() < 3000, qPrintable(QString::number(time.elapsed())));
     }
 

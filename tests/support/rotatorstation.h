@@ -4,7 +4,7 @@
 #include "mainwindow/mainwindow.h"
 #include "settings/settings.h"
 #include "settings/settingsfile.h"
-#include "simbox/ptyline.h"
+#include "support/simulatedline.h"
 #include "widgets/antennabutton.h"
 #include "widgets/rotationdialwidget.h"
 #include "widgets/rotationdigitaldisplaywidget.h"
@@ -12,7 +12,6 @@
 #include "widgets/widgetevents.h"
 
 #include <QFile>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QWheelEvent>
 
@@ -21,7 +20,7 @@
 #include <memory>
 #include <optional>
 
-/// A rotator whose azimuths the test may make up, which saves the time that asking the box takes.
+/// A rotator whose azimuths the test may make up, also such that no box would say.
 class ScriptedRotator : public CDeviceKT240M
 {
 public:
@@ -37,18 +36,18 @@ struct RotatorStation
 {
     explicit RotatorStation(double position = 0.0, double degreesPerSecond = 0.0)
     {
-        line.withBox([&](SimulatedBox &box) {
-            box.rotor().setPosition(position);
-            box.rotor().setSpeed(degreesPerSecond);
-        });
-        QVERIFY2(line.start(), qPrintable(line.errorText()));
+        line.box().rotor().setPosition(position);
+        line.box().rotor().setSpeed(degreesPerSecond);
         CSettings settings;
-        settings.comPortName = line.linkPath();
+        settings.comPortName = "rotator";
         settings.memories[0] = "200";
         settings.memories[1] = "300";
         settings.save();
-        window = std::make_unique<CMainWindow>(
-            [&](const CSettings &s) { return rotator = new ScriptedRotator(s); });
+        window = std::make_unique<CMainWindow>([&](const CSettings &s) {
+            rotator = new ScriptedRotator(s);
+            rotator->setLineFactory(line.factory());
+            return rotator;
+        });
         rotator->stopMonitoring();
         QFile::remove(SettingsFile::path());
         panel = window->findChild<CVextralRemoteControlWidget *>();
@@ -132,17 +131,11 @@ struct RotatorStation
         QCoreApplication::sendEvent(display, &up);
     }
 
-    /// The commands since the last call. One that does nothing follows them, so that none is still on its
-    /// way.
+    /// The commands since the last call.
     QString heard()
     {
-        rotator->toggleRX(0);
-        QList<QByteArray> commands;
-        for (int count = 1; !commands.contains("K1") && line.waitForReceived(count); ++count)
-            commands = line.commands();
-        line.clearReceived();
-        commands.removeAll("K1");
-        return commands.isEmpty() ? QString() : " -> " + QString::fromLatin1(commands.join(' '));
+        const QString commands = line.heard();
+        return commands.isEmpty() ? QString() : " -> " + commands;
     }
 
     QString lit() const
@@ -155,8 +148,7 @@ struct RotatorStation
         return names.isEmpty() ? QString() : " [" + names.join(' ') + "]";
     }
 
-    QTemporaryDir dir;
-    PtyLine line{dir.filePath("rotator"), SimulatedBox::Model::Rotator, PtyLine::Clock::Manual};
+    SimulatedPort line{SimulatedBox::Model::Rotator};
     std::unique_ptr<CMainWindow> window;
     ScriptedRotator *rotator = nullptr;
     CVextralRemoteControlWidget *panel = nullptr;
