@@ -5,9 +5,10 @@
 #include "device/vextralremotecontrol.h"
 #include "widgets/map/azimuthalanimation.h"
 #include "widgets/map/azimuthalgeometry.h"
-#include "widgets/map/azimuthalpicture.h"
+#include "widgets/map/azimuthalview.h"
 #include "widgets/rotationdigitaldisplaywidget.h"
 
+#include <QPainter>
 #include <QVariant>
 
 #include <algorithm>
@@ -24,7 +25,7 @@ constexpr QSize rowCellMinimum(60, 45);
 } // namespace
 
 CVextralAzimuthalWidget::CVextralAzimuthalWidget(QWidget *parent)
-    : QWidget(parent), m_picture(std::make_unique<AzimuthalPicture>())
+    : QWidget(parent), m_view(std::make_unique<AzimuthalView>())
 {
     setFocusPolicy(Qt::StrongFocus);
     setAccessibleName(tr("Azimuthal map"));
@@ -351,6 +352,28 @@ void CVextralAzimuthalWidget::animate()
 
 // ---- Looks ----
 
+void CVextralAzimuthalWidget::paintEvent(QPaintEvent *)
+{
+    AzimuthalView::Content content;
+    content.zoom = m_zoom;
+    for (const Shown &shown : m_shown) {
+        if (!shown.antenna)
+            continue;
+        const bool isCurrent = shown.antenna == m_currentAntenna;
+        const bool isAnimated = m_animationTimer.isActive() && shown.antenna == m_animatedAntenna;
+        if (isCurrent)
+            content.current = static_cast<int>(content.antennas.size());
+        content.antennas.push_back(
+            AzimuthalView::seen(*shown.antenna, *shown.display, isCurrent, isAnimated));
+    }
+
+    QPainter painter(this);
+    if (!isExtended())
+        m_view->paintRow(painter, rect(), content);
+    else if (m_view->paintMap(painter, size(), content))
+        update();
+}
+
 void CVextralAzimuthalWidget::setZoom(double zoom)
 {
     if (zoom == m_zoom)
@@ -371,7 +394,7 @@ void CVextralAzimuthalWidget::setInterfaceMode(int mode)
 
 void CVextralAzimuthalWidget::reloadMap()
 {
-    m_mapImage.reset();
+    m_view->reloadMap();
     update();
 }
 

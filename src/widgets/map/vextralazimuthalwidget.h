@@ -2,22 +2,17 @@
 
 #include "widgets/map/azimuthalanimation.h"
 
-#include <QColor>
-#include <QImage>
 #include <QPointer>
 #include <QTimer>
 #include <QWidget>
 
 #include <memory>
-#include <optional>
 #include <vector>
 
-class AzimuthalPicture;
+class AzimuthalView;
 class CRotationDigitalDisplayWidget;
 class CVextralAntenna;
 class CVextralRemoteControl;
-class QSvgRenderer;
-struct AzimuthalScene;
 
 /// The azimuthal map: a compass rose over a map image, an arrow for each antenna, a dashed line to each
 /// target, and one digital display for each antenna.
@@ -121,12 +116,6 @@ private:
     bool takeOver(CVextralAntenna *antenna, const char *operation);
     void updateDescription();
 
-    void paintRow(QPainter &painter);
-    void paintMap(QPainter &painter);
-    AzimuthalScene scene(const QPainter &painter, double scale);
-    QSvgRenderer *arrowOf(const CVextralAntenna &antenna) const;
-    double shownAzimuthOf(const CVextralAntenna &antenna) const;
-
     QPointer<CVextralRemoteControl> m_controller;
     int m_interfaceMode = Extended;
     double m_animationTicks = AzimuthalAnimation::ticksIn(1500);
@@ -135,17 +124,6 @@ private:
     QPointer<CVextralAntenna> m_animatedAntenna;
     std::vector<Shown> m_shown; ///< In the order of addAntenna().
     double m_zoom = 1.7;
-    QColor m_labelColor = Qt::black;
-    QColor m_scaleTextColor = Qt::black;
-    QColor m_hubColor = Qt::white;
-    QColor m_markerColor = Qt::white;
-    QColor m_markerTextColor = Qt::black;
-    bool m_boldLabels = true;
-    std::optional<QImage> m_mapImage; ///< None until it is painted for the first time.
-    double m_centreX = 0.0;
-    double m_centreY = 0.0;
-    double m_radius = 0.0;
     QPointer<CVextralAntenna> m_currentAntenna;
-
-    std::unique_ptr<AzimuthalPicture> m_picture;
+    std::unique_ptr<AzimuthalView> m_view;
 };
