@@ -244,7 +244,8 @@ void CDeviceKT240M::lineWentAway()
 
 bool CDeviceKT240M::rotateTo(double azimuth)
 {
-    if (m_motion.state() == RotatorMotion::State::Away) {
+    // The line tells its loss a little later than it is closed.
+    if (!isOpen() || m_motion.state() == RotatorMotion::State::Away) {
         restAntenna(); // it may show the target already
         return false;
     }
@@ -335,7 +336,9 @@ bool CDeviceKT240M::rotateByKey(int key)
 
 void CDeviceKT240M::applyCCWandCW(CAntennaButton *button)
 {
-    obey(m_motion.turn(button == m_panel->ccwButton ? Direction::CounterClockwise : Direction::Clockwise));
+    const bool isCcw = button == m_panel->ccwButton;
+    if (isOpen())
+        obey(m_motion.turn(isCcw ? Direction::CounterClockwise : Direction::Clockwise));
 }
 
 void CDeviceKT240M::onCCWAndCWButtonsDown()

@@ -108,7 +108,7 @@ private slots:
         station.act("memory", "1");
         QVERIFY(started.isEmpty()); // or the memory's lamp would be lit
         station.act("CW", "");
-        QCOMPARE(station.lit(), QString());
+        QTRY_COMPARE(station.lit(), QString());
         QVERIFY(!station.rotator->antenna(0)->hasPendingTarget());
 
         station.rotator->setMonitorInterval(10);
