@@ -65,6 +65,10 @@ public:
     bool isRotating() const { return m_rotating; }
     void setRotating(bool rotating) { m_rotating = rotating; }
 
+    /// False while the rotator gives no reading: the angle is an old one then.
+    bool isReadingKnown() const { return m_readingKnown; }
+    void setReadingKnown(bool known) { m_readingKnown = known; }
+
     CVextralRemoteControl *controller() const;
     void setController(CVextralRemoteControl *controller);
     CVextralAzimuthalWidget *map() const;
@@ -109,6 +113,7 @@ private:
     std::optional<ArrowPicture> m_second;
     std::optional<ArrowPicture> m_third;
     bool m_rotating = false;
+    bool m_readingKnown = true;
     double m_angle = 0.0;
     QColor m_color;
     double m_target = unknownAngle;

@@ -49,8 +49,11 @@ CDeviceKT240M::CDeviceKT240M(CSettings settings) : CVextralRemoteControl(&settin
 void CDeviceKT240M::createAntennas(const CSettings *)
 {
     // The base has made them.
-    if (CVextralAntenna *first = antenna(0))
-        first->setRotorId(0);
+    CVextralAntenna *first = antenna(0);
+    if (!first)
+        return;
+    first->setRotorId(0);
+    first->setReadingKnown(false);
 }
 
 void CDeviceKT240M::applyRotorAssignment(const CSettings *settings)
@@ -202,8 +205,20 @@ void CDeviceKT240M::updateStatusDisplay(CDeviceStatus)
     if (!m_panel)
         return;
     m_panel->showAzimuth(truncatedDegrees(m_motion.azimuth()));
+    showReading();
     if (isKnownAngle(m_motion.azimuth()))
         moveAntenna();
+}
+
+void CDeviceKT240M::showReading()
+{
+    CVextralAntenna *first = antenna(0);
+    const bool isKnown = isKnownAngle(m_motion.azimuth());
+    if (!first || first->isReadingKnown() == isKnown)
+        return;
+    first->setReadingKnown(isKnown);
+    if (azimuthalWidget())
+        azimuthalWidget()->update();
 }
 
 void CDeviceKT240M::moveAntenna()

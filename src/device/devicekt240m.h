@@ -73,6 +73,8 @@ private:
     void logReading(double azimuth) const;
     void takeFirstReading();
     void endRotation(RotatorMotion::Seen end);
+    /// Grey digits and a grey arrow mean the same.
+    void showReading();
     void moveAntenna();
 
     /// Sends the order, if there is one, and shows the lamps.

@@ -248,6 +248,7 @@ private slots:
     {
         Station s;
         const std::vector<std::function<void()>> changes{
+            [&] { s.antenna(0)->setReadingKnown(false); },
             [&] { s.antenna(0)->setAngle(200.0); }, // current
             [&] { s.antenna(1)->setAngle(200.0); }, // on a rotor
             [&] { s.antenna(2)->setAngle(200.0); }, // fixed

@@ -35,8 +35,10 @@ double pixelRatioOf(const QPainter &painter)
 
 QSvgRenderer *arrowOf(const CVextralAntenna &antenna, bool isCurrent)
 {
-    if (antenna.isRotorConnected())
-        return isCurrent || antenna.rotorStatusFlag() ? antenna.bodyRenderer() : antenna.arrowRenderer();
+    if (antenna.isRotorConnected()) {
+        const bool isLive = antenna.isReadingKnown() && (isCurrent || antenna.rotorStatusFlag());
+        return isLive ? antenna.bodyRenderer() : antenna.arrowRenderer();
+    }
     QSvgRenderer *fixedArrow = isCurrent ? antenna.thirdRenderer() : antenna.secondRenderer();
     return fixedArrow ? fixedArrow : antenna.bodyRenderer();
 }
