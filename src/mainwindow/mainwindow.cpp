@@ -5,6 +5,7 @@
 #include "device/devicelumen4s.h"
 #include "device/vextralremotecontrol.h"
 #include "mainwindow/antennatabs.h"
+#include "mainwindow/closerequests.h"
 #include "mainwindow/currentobjects.h"
 #include "mainwindow/heldkeys.h"
 #include "mainwindow/labelediting.h"
@@ -98,6 +99,7 @@ void CMainWindow::buildForm()
     m_ui->setupUi(this);
     m_ui->plus180Button->setText(QStringLiteral("+180"));
     m_ui->propertiesFrame->hide();
+    m_closeRequests = std::make_unique<CloseRequests>(this, [this] { bringDialogToFront(); });
     m_mapImageChoice = std::make_unique<MapImageChoice>(this);
     connect(m_mapImageChoice.get(), &MapImageChoice::installed, this, [this] {
         m_ui->azimuthalWidget->reloadMap();
@@ -376,10 +378,8 @@ void CMainWindow::on_hidePropertiesButton_clicked()
 
 void CMainWindow::closeEvent(QCloseEvent *event)
 {
-    if (bringDialogToFront()) {
-        event->ignore();
-        return;
-    }
+    if (bringDialogToFront())
+        return event->ignore();
     // So that the size without the panel is the one that is kept.
     m_modes->closeProperties();
     m_heldKeys->stopRotation();
@@ -395,8 +395,6 @@ bool CMainWindow::bringDialogToFront()
     dialog->activateWindow();
     return true;
 }
-
-// ---- Dialogs ----
 
 void CMainWindow::onPreferenceMenuTriggered(bool /*c*/)
 {

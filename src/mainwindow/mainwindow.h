@@ -10,6 +10,7 @@ class AntennaTabs;
 class CSettings;
 class CVextralAntenna;
 class CVextralRemoteControl;
+class CloseRequests;
 class HeldKeys;
 class MapImageChoice;
 class MemoryRow;
@@ -104,6 +105,7 @@ private:
     std::unique_ptr<HeldKeys> m_heldKeys;
     std::unique_ptr<AntennaTabs> m_antennaTabs;
     std::unique_ptr<WindowModes> m_modes;
+    std::unique_ptr<CloseRequests> m_closeRequests;
     std::unique_ptr<MapImageChoice> m_mapImageChoice;
     std::unique_ptr<SettingsDialogLoan> m_settingsDialog;
     /// Null when the model's radios need the key.

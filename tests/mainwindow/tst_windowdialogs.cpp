@@ -1,5 +1,6 @@
 #include "antenna/vextralantennaui.h"
 #include "app/resources.h"
+#include "mainwindow/closerequests.h"
 #include "settings/settings.h"
 #include "support/scriptedwindow.h"
 #include "widgets/antennabutton.h"
@@ -153,6 +154,23 @@ private slots:
         QVERIFY(!window.close()); // the dialog is in the way, and comes to the front
         QVERIFY(window.isVisible());
         QTRY_VERIFY(dialog->isActiveWindow());
+
+        // The window system's request, of which Qt tells nothing while the dialog blocks the window.
+        QDialog other;
+        other.show();
+        const auto isInFrontAfter = [&](const CloseRequests::ClientMessage &message) {
+            other.activateWindow();
+            CloseRequests::Result result = 0;
+            auto copy = message;
+            return QTest::qWaitFor([&other] { return QApplication::activeWindow() == &other; })
+                && !QAbstractEventDispatcher::instance()->filterNativeEvent("xcb_generic_event_t", &copy,
+                                                                            &result)
+                && QTest::qWaitFor([dialog] { return QApplication::activeWindow() == dialog; }, 500);
+        };
+        const auto id = quint32(window.winId());
+        QVERIFY(isInFrontAfter({33, 32, 0, id, 1, 2, 3, {0, 0, 0}}));
+        QVERIFY(!isInFrontAfter({33, 32, 0, id, 1, 2, 3, {id, 0, 0}})); // asks whether the program is alive
+        other.close();
         dialog->reject();
         window.activateWindow();
         QTRY_COMPARE(QApplication::activeWindow(), &window);
