@@ -23,7 +23,7 @@
 ///     direction, lit  | -                      | -                       | -
 ///     direction, dark | turn, light it         | *soft stop*, keep it,   | as Turning, Turning
 ///                     |                        | light it, STOP dark     |
-///     button let go   | light the direction that was asked for last, in each state
+///     button let go   | light the direction that was asked for last since STOP, in each state
 ///     STOP            | forget both, CCW and   | forget both, light      | as Turning
 ///                     | CW dark                | STOP, *soft stop*       |
 ///     STOP let go     | STOP dark              | STOP lit                | STOP lit
