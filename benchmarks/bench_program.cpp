@@ -1,5 +1,7 @@
 #include "app/log.h"
+#include "app/program.h"
 #include "app/resources.h"
+#include "device/devicekt240m.h"
 #include "device/devicelumen4s.h"
 #include "firstpaint.h"
 #include "mainwindow/currentobjects.h"
@@ -15,6 +17,7 @@
 #include <QFile>
 #include <QPainter>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QSerialPort>
 #include <QSettings>
 #include <QTcpSocket>
@@ -27,6 +30,7 @@
 #include <cstdio>
 #include <fstream>
 #include <functional>
+#include <memory>
 #include <vector>
 
 #include <unistd.h>
@@ -267,14 +271,20 @@ void measurePanel()
 
 // ---- Whole processes ----
 
+/// A window that is started in a process of its own, until it has been painted.
 struct Process
 {
-    explicit Process(const QString &program, const QStringList &arguments = {})
+    Process(const QString &platform, const QString &program, const QStringList &arguments)
     {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), platform);
+        environment.insert(QStringLiteral("HOME"), QCoreApplication::applicationDirPath()); // for the log
+        process.setProcessEnvironment(environment);
         start.start();
         process.start(program, arguments);
-        while (!process.canReadLine() && process.waitForReadyRead(10000)) {
-        }
+        QByteArray line;
+        while (line != "painted\n" && (process.canReadLine() || process.waitForReadyRead(10000)))
+            line = process.readLine();
         toFirstPaint = start.nsecsElapsed() / 1e6;
     }
     ~Process()
@@ -301,67 +311,108 @@ struct Process
     double toFirstPaint = 0.0;
 };
 
-void measureProcesses()
+/// The windows that are started: the program on either model, and what any window of this Qt costs.
+enum Window { StackSwitch, Rotator, Texts, RasterWindow, PlainWindow, windowCount };
+
+std::unique_ptr<Process> startWindow(const QString &platform, Window window)
 {
+    const char *const arguments[windowCount] = {"--switch", "--rotator", "--texts", "--raster", "--plain"};
     const QString own = QCoreApplication::applicationFilePath();
     const QString empty = QCoreApplication::applicationDirPath() + QStringLiteral("/bench_emptywindow");
-    storePort(QStringLiteral("/nowhere/port"));
-    constexpr int starts = 25;
-    std::vector<double> ownStarts;
-    std::vector<double> textStarts;
-    std::vector<double> emptyStarts;
-    // In turns, so that a machine that slows down meanwhile slows all of them.
-    for (int i = 0; i < starts; ++i) {
-        ownStarts.push_back(Process(own, {QStringLiteral("--window")}).toFirstPaint);
-        textStarts.push_back(Process(empty, {QStringLiteral("--texts")}).toFirstPaint);
-        emptyStarts.push_back(Process(empty).toFirstPaint);
-    }
-    tell("process start to first paint, no port", median(ownStarts), "ms", median(emptyStarts),
-         "at most 1.6");
-    tell("the same of seven labels in the program's fonts", median(textStarts), "ms", median(emptyStarts),
-         "reported");
+    return std::make_unique<Process>(platform, window <= Rotator ? own : empty,
+                                     QStringList(QLatin1String(arguments[window])));
+}
 
+void tellStart(const QString &what, double own, double plain, double raster, const char *wanted)
+{
+    std::printf("| %s | %.1f ms | %.2f | %.2f | %s |\n", qPrintable(what), own, own / plain, own / raster,
+                wanted);
+}
+
+void measureStarts(const QString &platform, const char *wantedStart, const char *wantedMemory)
+{
+    storePort(QStringLiteral("/nowhere/port"));
+    // The rotator reads it.
+    QFile::copy(QStringLiteral(VEXTRAL_MAP_IMAGE),
+                QCoreApplication::applicationDirPath() + QStringLiteral("/AzimuthalMap.png"));
+    std::vector<double> starts[windowCount];
+    double megabytes[windowCount] = {};
+    constexpr int rounds = 25;
+    // In turns, so that a machine that slows down meanwhile slows all of them.
+    for (int i = 0; i < rounds; ++i) {
+        for (int window = 0; window < windowCount; ++window) {
+            const auto process = startWindow(platform, Window(window));
+            starts[window].push_back(process->toFirstPaint);
+            megabytes[window] = process->megabytes();
+        }
+    }
+    const double plain = median(starts[PlainWindow]);
+    const double raster = median(starts[RasterWindow]);
+    std::printf("\n| start on %s | to the first picture | / plain | / raster | wanted |\n",
+                qPrintable(platform));
+    std::puts("|---|---|---|---|---|");
+    tellStart(QStringLiteral("stack switch"), median(starts[StackSwitch]), plain, raster, wantedStart);
+    tellStart(QStringLiteral("rotator"), median(starts[Rotator]), plain, raster, "reported");
+    tellStart(QStringLiteral("seven labels in the program's fonts"), median(starts[Texts]), plain, raster,
+              "reported");
+    tellStart(QStringLiteral("empty window, raster"), raster, plain, raster, "-");
+    tellStart(QStringLiteral("empty window, plain"), plain, plain, raster, "-");
+    std::printf("| memory: stack switch %.1f MB, rotator %.1f MB, raster window %.1f MB, plain window %.1f "
+                "MB | | | | "
+                "%s |\n",
+                megabytes[StackSwitch], megabytes[Rotator], megabytes[RasterWindow], megabytes[PlainWindow],
+                wantedMemory);
+    std::fflush(stdout);
+}
+
+void measureIdleLoad()
+{
     constexpr int idleSeconds = 30;
     PtyLine line(boxLink());
     line.start();
     storePort(boxLink());
-    const Process running(own, {QStringLiteral("--window")});
-    const Process yardstick(empty);
+    const auto running = startWindow(QStringLiteral("offscreen"), StackSwitch);
     QThread::sleep(3);
-    const double before = running.cpuSeconds();
+    const double before = running->cpuSeconds();
     QThread::sleep(idleSeconds);
     std::printf("| idle, connected: load | %.2f %% of a core | - | - | under 0.5 %% |\n",
-                (running.cpuSeconds() - before) * 100 / idleSeconds);
-    std::printf("| idle, connected: memory | %.1f MB | %.1f MB | +%.1f MB | within 15 MB |\n",
-                running.megabytes(), yardstick.megabytes(), running.megabytes() - yardstick.megabytes());
+                (running->cpuSeconds() - before) * 100 / idleSeconds);
 }
 
-int runWindow()
+/// The whole program, which says when its window has been painted.
+int runMeasured(int argc, char *argv[], bool isRotator)
 {
-    CMainWindow window;
-    FirstPaint firstPaint;
-    window.installEventFilter(&firstPaint);
-    window.show();
-    return QApplication::exec();
+    return runProgram(argc, argv, [isRotator](const CSettings &settings) -> CVextralRemoteControl * {
+        qApp->installEventFilter(new FirstPaint(qApp));
+        if (isRotator)
+            return new CDeviceKT240M(settings);
+        return new CDeviceLumen4S(settings);
+    });
 }
 
 } // namespace
 
 int main(int argc, char *argv[])
 {
+    const QByteArray first = argc > 1 ? argv[1] : "";
+    if (first == "--switch" || first == "--rotator")
+        return runMeasured(argc, argv, first == "--rotator");
+
     QApplication application(argc, argv);
     initResources();
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
-    if (QCoreApplication::arguments().contains(QStringLiteral("--window")))
-        return runWindow();
 
     std::puts("| what | value | yardstick | ratio | wanted |\n|---|---|---|---|---|");
-    measureProcesses();
+    measureIdleLoad();
     measureKeyPresses();
     measureWaits();
     measureNetworkTick();
     measureSettings();
     measureLog();
     measurePanel();
+    measureStarts(QStringLiteral("offscreen"), "/ plain at most 1.6", "reported");
+    if (qEnvironmentVariableIsSet("DISPLAY"))
+        measureStarts(QStringLiteral("xcb"), "/ plain at most 0.85, / raster at most 1.9",
+                      "at most 40 MB, rotator 50 MB");
     return 0;
 }

@@ -7,8 +7,8 @@
 
 #include <cstdio>
 
-/// Says "painted" on the standard output when the watched window and all that is in it have been painted for
-/// the first time.
+/// Says "painted" on the standard output when the watched window, or the first one of the watched
+/// application, and all that is in it have been painted for the first time.
 class FirstPaint : public QObject
 {
 public:
