@@ -279,6 +279,22 @@ void CDeviceKT240M::halt()
     onStopButtonUp();
 }
 
+void CDeviceKT240M::follow(double azimuth)
+{
+    CVextralAntenna *first = antenna(0);
+    if (!first)
+        return;
+    if (!m_motion.isRunningOut()) {
+        turnTo(first, azimuth);
+        return;
+    }
+    beginTurn();
+    obey(m_motion.redirect(azimuth));
+    first->setTarget(azimuth);
+    if (CVextralAzimuthalWidget *map = azimuthalWidget())
+        map->update();
+}
+
 bool CDeviceKT240M::obey(const RotatorMotion::MaybeOrder &order)
 {
     showLamps();

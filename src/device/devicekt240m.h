@@ -55,6 +55,11 @@ public:
 
     /// All that STOP does when it is pressed and let go, without the button.
     void halt();
+    /// Turns the antenna for a tracker, which asks again and again: as turnTo(), but while the rotor runs out
+    /// the target only takes the place of the one that waits.
+    void follow(double azimuth);
+    /// The reading of the last poll in compass degrees, unknownAngle for none.
+    double azimuth() const { return m_motion.azimuth(); }
 
 private slots:
     void onRotationStarted();

@@ -84,6 +84,14 @@ RotatorMotion::MaybeOrder RotatorMotion::goTo(double azimuth)
     return softStop();
 }
 
+RotatorMotion::MaybeOrder RotatorMotion::redirect(double azimuth)
+{
+    if (!isRunningOut())
+        return goTo(azimuth);
+    m_target = azimuth;
+    return std::nullopt;
+}
+
 RotatorMotion::MaybeOrder RotatorMotion::cutShort()
 {
     if (!isTurning())

@@ -68,6 +68,8 @@ public:
 
     std::optional<Direction> litDirection() const { return m_lit ? m_asked : std::nullopt; }
     bool isStopLit() const { return m_stopLit; }
+    /// A soft stop was sent, and the rotor is not seen at rest yet.
+    bool isRunningOut() const { return m_state == State::Turning && m_stopLit; }
     /// STOP came before a movement was seen, and now one is seen.
     bool isStopUnheeded() const { return m_stoppedUnseen && m_state == State::Turning; }
 
@@ -85,6 +87,9 @@ public:
     MaybeOrder resumeTarget();
 
     MaybeOrder goTo(double azimuth);
+    /// As goTo(), for a tracker, which asks again and again: while the rotor runs out the target only takes
+    /// the place of the one that waits, or the rotor would never come to rest.
+    MaybeOrder redirect(double azimuth);
     /// The first half of a target by digits, which goTo() follows.
     MaybeOrder cutShort();
     MaybeOrder turn(Direction direction);

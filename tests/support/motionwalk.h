@@ -9,7 +9,7 @@
 class MotionWalk
 {
 public:
-    static constexpr unsigned eventCount = 16;
+    static constexpr unsigned eventCount = 17;
 
     /// Any two numbers are an event. Returns what does not hold, or null.
     const char *step(unsigned event, unsigned detail)
@@ -54,6 +54,8 @@ public:
             return check(std::nullopt, Cause::Operator);
         case 14:
             return stop(detail);
+        case 15:
+            return redirect(azimuth);
         default:
             return check(m_motion.stop(), Cause::Operator);
         }
@@ -93,6 +95,16 @@ private:
         if (m_isOpen)
             m_directions.insert(direction);
         return check(m_motion.turn(direction), Cause::Operator);
+    }
+
+    const char *redirect(double azimuth)
+    {
+        const bool waits = m_motion.isRunningOut();
+        ask(azimuth);
+        const RotatorMotion::MaybeOrder order = m_motion.redirect(azimuth);
+        if (waits && (order || !m_motion.isTurning()))
+            return "a rotor that runs out already is not stopped again";
+        return check(order, Cause::Operator);
     }
 
     /// With polls while the lamp is shown, and with a release.

@@ -1,0 +1,124 @@
+#include "rotctld/rotctldclient.h"
+
+#include "rotctld/rotctldrotator.h"
+
+#include <QHostAddress>
+#include <QTcpSocket>
+
+#include <utility>
+
+using namespace Rotctld;
+
+namespace {
+
+constexpr int fullTurn = 360;
+
+} // namespace
+
+RotctldClient::RotctldClient(QTcpSocket *socket, RotctldRotator &rotator, QObject *parent)
+    : QObject(parent), m_socket(socket), m_rotator(rotator),
+      m_name(socket->peerAddress().toString().toUtf8() + ':' + QByteArray::number(socket->peerPort()))
+{
+    m_clock.start();
+    m_socket->setParent(this);
+    m_socket->setReadBufferSize(longestLine);
+    m_socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
+    m_socket->setSocketOption(QAbstractSocket::KeepAliveOption, 1);
+    connect(m_socket, &QTcpSocket::readyRead, this, &RotctldClient::onLine);
+    connect(m_socket, &QTcpSocket::disconnected, this, &RotctldClient::onGone);
+    log("connected");
+}
+
+bool RotctldClient::hasLine() const
+{
+    return m_socket->canReadLine() || m_socket->bytesAvailable() >= longestLine;
+}
+
+bool RotctldClient::hasGone() const
+{
+    return m_socket->state() == QAbstractSocket::UnconnectedState;
+}
+
+RotctldClient::Served RotctldClient::serveLine()
+{
+    if (!hasLine())
+        return Served::Nothing;
+    const QByteArray line = m_socket->canReadLine() ? m_socket->readLine() : m_socket->readAll();
+    const bool isWhole = line.endsWith('\n');
+    if (!isWhole || m_isTooLong) {
+        m_isTooLong = !isWhole;
+        if (isWhole)
+            send(answer(Request(), InvalidParameter));
+        return Served::Line;
+    }
+    return carryOut(parse(line));
+}
+
+RotctldClient::Served RotctldClient::carryOut(const Request &request)
+{
+    switch (request.kind) {
+    case Request::Nothing:
+        return Served::Line;
+    case Request::GetPosition:
+        send(position(request, m_rotator.azimuth()));
+        return Served::Line;
+    case Request::GetInfo:
+    case Request::DumpState:
+    case Request::DumpCaps:
+        send(description(request, m_rotator.model()));
+        return Served::Line;
+    case Request::Quit:
+        m_socket->disconnectFromHost();
+        return Served::Line;
+    case Request::Refused:
+        send(answer(request, request.code));
+        return Served::Line;
+    case Request::SetPosition:
+    case Request::MoveLeft:
+    case Request::MoveRight:
+    case Request::Stop:
+        break;
+    }
+    send(answer(request, order(request)));
+    return Served::Order;
+}
+
+Code RotctldClient::order(const Request &request)
+{
+    if (!m_rotator.isLineOpen())
+        return InputOutputError;
+    if (request.kind == Request::SetPosition) {
+        const int degrees = qRound(request.azimuth) % fullTurn;
+        if (m_target.isRepeated(degrees, m_clock.elapsed()))
+            return Done;
+        log("turns to " + QByteArray::number(degrees));
+        m_rotator.turnTo(degrees);
+        return Done;
+    }
+    m_target.forget();
+    if (request.kind == Request::Stop) {
+        log("stops");
+        m_rotator.stop();
+        return Done;
+    }
+    const bool isLeft = request.kind == Request::MoveLeft;
+    log(isLeft ? "turns left" : "turns right");
+    m_rotator.turn(isLeft ? RotctldRotator::Side::Left : RotctldRotator::Side::Right);
+    return Done;
+}
+
+void RotctldClient::send(const QByteArray &answer)
+{
+    if (m_socket->state() != QAbstractSocket::ConnectedState)
+        return;
+    m_socket->write(answer);
+    if (m_socket->bytesToWrite() <= mostUnreadBytes)
+        return;
+    log("does not read its answers");
+    m_socket->abort();
+}
+
+void RotctldClient::log(const QByteArray &what) const
+{
+    qDebug("RotctldClient - %s %s", m_name.constData(), what.constData());
+}

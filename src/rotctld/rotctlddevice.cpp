@@ -1,0 +1,36 @@
+#include "rotctld/rotctlddevice.h"
+
+#include "compass/degrees.h"
+#include "device/devicekt240m.h"
+
+QByteArray RotctldDevice::model() const
+{
+    return m_device.modelName().toUtf8();
+}
+
+std::optional<double> RotctldDevice::azimuth() const
+{
+    const double azimuth = m_device.azimuth();
+    return isLineOpen() && isKnownAngle(azimuth) ? std::optional(azimuth) : std::nullopt;
+}
+
+bool RotctldDevice::isLineOpen() const
+{
+    return m_device.isOpen();
+}
+
+void RotctldDevice::turnTo(int degrees)
+{
+    m_device.follow(degrees);
+}
+
+void RotctldDevice::turn(Side side)
+{
+    m_device.rotateByKey(side == Side::Right ? CVextralRemoteControl::ClockwiseKey
+                                             : CVextralRemoteControl::CounterClockwiseKey);
+}
+
+void RotctldDevice::stop()
+{
+    m_device.halt();
+}

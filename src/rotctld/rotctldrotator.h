@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QByteArray>
+
+#include <optional>
+
+/// What programs on the network may see of a rotator and ask of it. An order may run the event loop.
+class RotctldRotator
+{
+public:
+    enum class Side { Left, Right };
+
+    virtual ~RotctldRotator() = default;
+
+    virtual QByteArray model() const = 0;
+    /// Compass degrees; nothing while no reading is known.
+    virtual std::optional<double> azimuth() const = 0;
+    /// Orders are given only while it is true.
+    virtual bool isLineOpen() const = 0;
+    /// To whole degrees on the compass.
+    virtual void turnTo(int degrees) = 0;
+    virtual void turn(Side side) = 0;
+    virtual void stop() = 0;
+};

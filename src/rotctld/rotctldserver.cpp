@@ -1,0 +1,115 @@
+#include "rotctld/rotctldserver.h"
+
+#include "rotctld/rotctldclient.h"
+#include "rotctld/rotctldrotator.h"
+
+#include <QHostAddress>
+#include <QScopedValueRollback>
+#include <QTcpSocket>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int pauseAfterOrderMs = 20;
+
+struct Place
+{
+    QHostAddress address;
+    quint16 port = 0;
+    bool isValid = false;
+};
+
+/// An IPv6 address stands in brackets, as usual.
+Place placeOf(const QString &text)
+{
+    const int colon = text.lastIndexOf(QLatin1Char(':'));
+    QString address = text.left(qMax(0, colon));
+    if (address.startsWith(QLatin1Char('[')) && address.endsWith(QLatin1Char(']')))
+        address = address.mid(1, address.size() - 2);
+    Place place;
+    place.port = text.midRef(colon + 1).toUShort(&place.isValid);
+    place.address = address.isEmpty() || address == QLatin1String("localhost")
+                      ? QHostAddress(QHostAddress::LocalHost)
+                      : QHostAddress(address);
+    place.isValid = place.isValid && !place.address.isNull();
+    return place;
+}
+
+} // namespace
+
+RotctldServer::RotctldServer(std::unique_ptr<RotctldRotator> rotator, QObject *parent)
+    : QObject(parent), m_rotator(std::move(rotator))
+{
+    m_next.setSingleShot(true);
+    connect(&m_next, &QTimer::timeout, this, &RotctldServer::serve);
+    connect(&m_server, &QTcpServer::newConnection, this, &RotctldServer::accept);
+}
+
+RotctldServer::~RotctldServer() = default;
+
+bool RotctldServer::listen(const QString &place)
+{
+    const Place wanted = placeOf(place);
+    if (!wanted.isValid) {
+        qWarning("RotctldServer - \"%s\" is no [ADDRESS:]PORT, nobody on the network can turn the rotator",
+                 qUtf8Printable(place));
+        return false;
+    }
+    if (!m_server.listen(wanted.address, wanted.port)) {
+        qWarning("RotctldServer - nobody on the network can turn the rotator, %s cannot be used: %s",
+                 qUtf8Printable(place), qUtf8Printable(m_server.errorString()));
+        return false;
+    }
+    qInfo("RotctldServer - listening on %s, port %d", qUtf8Printable(wanted.address.toString()), port());
+    return true;
+}
+
+void RotctldServer::accept()
+{
+    while (QTcpSocket *socket = m_server.nextPendingConnection()) {
+        if (m_clients.size() >= mostClients) {
+            qWarning("RotctldServer - %s is not served, there are %d others",
+                     qUtf8Printable(socket->peerAddress().toString()), mostClients);
+            socket->abort();
+            socket->deleteLater();
+            continue;
+        }
+        auto *client = new RotctldClient(socket, *m_rotator, this);
+        m_clients << client;
+        const auto serveSoon = [this] {
+            if (!m_next.isActive())
+                m_next.start(0);
+        };
+        connect(client, &RotctldClient::onLine, this, serveSoon);
+        connect(client, &RotctldClient::onGone, this, serveSoon);
+    }
+}
+
+void RotctldServer::serve()
+{
+    // Not in the middle of an order, which may run the event loop; it looks again when it is done.
+    if (m_isServing)
+        return;
+    const QScopedValueRollback<bool> serving(m_isServing, true);
+    bool hasOrdered = false;
+    const QList<RotctldClient *> clients = m_clients; // an order may let others in
+    for (RotctldClient *client : clients)
+        hasOrdered |= client->serveLine() == RotctldClient::Served::Order;
+    removeGone();
+    const auto hasLine = [](const RotctldClient *client) { return client->hasLine(); };
+    if (std::any_of(m_clients.cbegin(), m_clients.cend(), hasLine))
+        m_next.start(hasOrdered ? pauseAfterOrderMs : 0);
+}
+
+/// Those whose last lines have been served.
+void RotctldServer::removeGone()
+{
+    const QList<RotctldClient *> clients = m_clients;
+    for (RotctldClient *client : clients) {
+        if (!client->hasGone() || client->hasLine())
+            continue;
+        m_clients.removeOne(client);
+        client->deleteLater();
+    }
+}

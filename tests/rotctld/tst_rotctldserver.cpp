@@ -1,0 +1,201 @@
+#include "rotctld/rotctldclient.h"
+#include "rotctld/rotctldrotator.h"
+#include "rotctld/rotctldserver.h"
+
+#include <QProcess>
+#include <QSignalSpy>
+#include <QStandardPaths>
+#include <QTcpSocket>
+#include <QTest>
+
+#include <functional>
+#include <list>
+#include <memory>
+
+namespace {
+
+/// Notes what it is ordered.
+struct NotedRotator
+{
+    QStringList orders;
+    std::optional<double> azimuth = 12.5;
+    bool isLineOpen = true;
+    /// What happens while the event loop runs in the next order.
+    std::function<void()> duringOrder;
+};
+
+class FakeRotator : public RotctldRotator
+{
+public:
+    explicit FakeRotator(NotedRotator &noted) : m_noted(noted) {}
+
+    QByteArray model() const override { return "Model"; }
+    std::optional<double> azimuth() const override { return m_noted.azimuth; }
+    bool isLineOpen() const override { return m_noted.isLineOpen; }
+    void turnTo(int degrees) override { note(QString::number(degrees)); }
+    void turn(Side side) override { note(side == Side::Left ? "left" : "right"); }
+    void stop() override { note("stop"); }
+
+private:
+    void note(const QString &order)
+    {
+        m_noted.orders << order;
+        if (const auto happens = std::exchange(m_noted.duringOrder, nullptr))
+            happens();
+    }
+
+    NotedRotator &m_noted;
+};
+
+class Client : public QTcpSocket
+{
+public:
+    explicit Client(const RotctldServer &server) { connectToHost(QHostAddress::LocalHost, server.port()); }
+
+    /// Sends it and returns the answer of so many lines, or what came of it.
+    QByteArray say(const QByteArray &text, int lines = 1)
+    {
+        write(text);
+        QByteArray answer;
+        if (!QTest::qWaitFor([&] { return (answer += readAll()).count('\n') >= lines; }, 3000))
+            answer += " and no more";
+        return answer;
+    }
+};
+
+} // namespace
+
+class TestRotctldServer : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        m_rotator = {};
+        m_server = std::make_unique<RotctldServer>(std::make_unique<FakeRotator>(m_rotator));
+        QVERIFY(m_server->listen("0"));
+    }
+    void cleanup() { m_server.reset(); }
+
+    void ordersOfAClient()
+    {
+        Client client(*m_server);
+        QCOMPARE(client.say("p\n", 2), QByteArray("12.50\n0.00\n"));
+        QCOMPARE(client.say("P 100.4 30\nP 100.4 31\nP 99.6 0\n", 3), QByteArray("RPRT 0\n").repeated(3));
+        QCOMPARE(m_rotator.orders, QStringList("100")); // the others are the same whole degree
+        client.say("P 359.7 0\n");
+        client.say("S\n");
+        client.say("P 0 0\n");
+        client.say("M 8 1\n");
+        client.say("M 16 1\n");
+        QCOMPARE(m_rotator.orders.join(' '), QString("100 0 stop 0 left right"));
+
+        // The answer is that of another client.
+        QCOMPARE(Client(*m_server).say("P 0 0\n"), QByteArray("RPRT 0\n"));
+        QCOMPARE(m_rotator.orders.size(), 7);
+    }
+
+    void withoutALineNothingIsOrdered()
+    {
+        Client client(*m_server);
+        m_rotator.isLineOpen = false;
+        m_rotator.azimuth.reset();
+        QCOMPARE(client.say("p\nP 90 0\nS\nM 8 1\n", 4), QByteArray("RPRT -6\n").repeated(4));
+        QVERIFY(m_rotator.orders.isEmpty());
+        m_rotator.isLineOpen = true;
+        client.say("P 90 0\n");
+        QCOMPARE(m_rotator.orders, QStringList("90"));
+    }
+
+    void anOrderMayRunTheEventLoop()
+    {
+        Client client(*m_server);
+        auto other = std::make_unique<Client>(*m_server);
+        other->say("p\n", 2);
+        // Meanwhile one client goes, its last order on the way, and another one sends its next.
+        m_rotator.duringOrder = [&] {
+            other->write("P 20 0\n");
+            other->flush();
+            other.reset();
+            client.write("P 30 0\n");
+            QTest::qWait(50);
+            QCOMPARE(m_rotator.orders, QStringList("10"));
+        };
+        QCOMPARE(client.say("P 10 0\n", 2), QByteArray("RPRT 0\nRPRT 0\n"));
+        QTRY_COMPARE(m_rotator.orders.size(), 3);
+    }
+
+    void noClientHarmsTheOthers_data()
+    {
+        QTest::addColumn<QByteArray>("sent");
+        QTest::addColumn<QByteArray>("answered");
+        QTest::newRow("a line without an end") << QByteArray(20'000, 'p') << QByteArray();
+        QTest::newRow("a long line") << QByteArray(20'000, 'p') + "\n_\n" << QByteArray("RPRT -1\nModel\n");
+        QTest::newRow("as long as the buffer") << QByteArray(RotctldClient::longestLine, ' ') + "\n_\n"
+                                               << QByteArray("RPRT -1\nModel\n");
+        QTest::newRow("half a line") << QByteArray("\\get_") << QByteArray();
+        QTest::newRow("noise") << QByteArray("\0\xFF\x80\x1B[\n_\n", 8) << QByteArray("RPRT -4\nModel\n");
+        QTest::newRow("no answer is read") << QByteArray("1\n").repeated(2'000'000) << QByteArray("gone");
+    }
+    void noClientHarmsTheOthers()
+    {
+        QFETCH(QByteArray, sent);
+        QFETCH(QByteArray, answered);
+        Client bad(*m_server);
+        if (answered == "gone")
+            bad.setReadBufferSize(1);
+        bad.write(sent);
+        Client good(*m_server);
+        for (int i = 0; i < 20; ++i)
+            QCOMPARE(good.say("p\n", 2), QByteArray("12.50\n0.00\n"));
+        if (answered == "gone")
+            QTRY_COMPARE_WITH_TIMEOUT(bad.state(), QAbstractSocket::UnconnectedState, 20000);
+        else
+            QCOMPARE(bad.say("", answered.count('\n')), answered);
+        QCOMPARE(good.say("p\n", 2), QByteArray("12.50\n0.00\n"));
+    }
+
+    void thereAreNotTooManyClients()
+    {
+        std::list<Client> clients;
+        for (int i = 0; i < RotctldServer::mostClients; ++i)
+            QCOMPARE(clients.emplace_back(*m_server).say("_\n"), QByteArray("Model\n"));
+        Client oneMore(*m_server);
+        const QSignalSpy refused(&oneMore, &Client::disconnected);
+        QTRY_COMPARE(refused.count(), 1);
+        clients.front().say("q\n", 0);
+        QTRY_COMPARE(clients.front().state(), QAbstractSocket::UnconnectedState);
+        QCOMPARE(Client(*m_server).say("_\n"), QByteArray("Model\n"));
+    }
+
+    void aPlaceThatCannotBeUsedIsRefused()
+    {
+        RotctldServer other(std::make_unique<FakeRotator>(m_rotator));
+        const QString port = QString::number(m_server->port());
+        for (const QString &place : {port, "localhost:" + port, QString("65536"), QString("x"), QString(""),
+                                     QString("nowhere:0"), QString("127.0.0.1:")})
+            QVERIFY2(!other.listen(place), qPrintable(place));
+        QVERIFY(other.listen("0.0.0.0:0"));
+    }
+
+    void hamlibsClientTurnsTheRotator()
+    {
+        const QString program = QStandardPaths::findExecutable("rotctl");
+        if (program.isEmpty())
+            QSKIP("rotctl of libhamlib-utils is not installed");
+        QProcess client;
+        client.start(program, {"-m", "2", "-r", QString("127.0.0.1:%1").arg(m_server->port()), "p", "P",
+                               "222", "45", "S", "M", "8", "50", "_", "P", "-90", "0"});
+        QTRY_COMPARE_WITH_TIMEOUT(client.state(), QProcess::NotRunning, 20000);
+        QCOMPARE(client.readAllStandardOutput().simplified(), QByteArray("12.50 0.00 Model"));
+        QCOMPARE(m_rotator.orders.join(' '), QString("222 stop left 270"));
+    }
+
+private:
+    NotedRotator m_rotator;
+    std::unique_ptr<RotctldServer> m_server;
+};
+
+QTEST_GUILESS_MAIN(TestRotctldServer)
+#include "tst_rotctldserver.moc"
