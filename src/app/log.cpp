@@ -11,11 +11,13 @@
 #include <QThread>
 
 #include <utility>
+#include <vector>
 
 #ifdef Q_OS_UNIX
 #include <fcntl.h>
 #include <unistd.h>
 #endif
+
 
 namespace {
 
@@ -84,8 +86,11 @@ CLog::~CLog()
     qInstallMessageHandler(nullptr);
     QLoggingCategory::installFilter(systemFilter);
     installedLog = nullptr;
-    if (!m_echo->finish())
-        static_cast<void>(m_echo.release());
+    if (m_echo->finish())
+        return;
+    // Its thread is still writing, so it lives as long as the process.
+    static auto *stuck = new std::vector<Echo *>;
+    stuck->push_back(m_echo.release());
 }
 
 void CLog::install()

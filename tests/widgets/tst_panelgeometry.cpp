@@ -2,6 +2,8 @@
 
 #include <QtTest>
 
+#include <memory>
+
 namespace {
 
 constexpr QSize logo(80, 36);
@@ -21,7 +23,8 @@ QList<QRect> placed(const PanelGeometry &geometry, bool everything)
 
 QByteArray text(const QRect &rect)
 {
-    return QTest::toString(rect);
+    const std::unique_ptr<char[]> text(QTest::toString(rect));
+    return text.get();
 }
 
 } // namespace
