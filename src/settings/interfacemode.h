@@ -16,7 +16,7 @@ struct InterfaceModeTraits
     /// Its name in the settings.
     QLatin1String word;
     /// Where the settings keep the window's size in this mode.
-    const char *sizeKey;
+    QLatin1String sizeKey;
     QSize CSettings::*size;
     /// In pixels.
     QSize defaultSize;
@@ -24,9 +24,9 @@ struct InterfaceModeTraits
 
 /// By InterfaceMode.
 inline constexpr std::array<InterfaceModeTraits, 3> interfaceModes{
-    {{QLatin1String("extended"), "extendedSize", &CSettings::extendedSize, {441, 473}},
-     {QLatin1String("mini"), "miniSize", &CSettings::miniSize, {371, 160}},
-     {QLatin1String("supermini"), "superMiniSize", &CSettings::superMiniSize, {371, 110}}}};
+    {{QLatin1String("extended"), QLatin1String("extendedSize"), &CSettings::extendedSize, {441, 473}},
+     {QLatin1String("mini"), QLatin1String("miniSize"), &CSettings::miniSize, {371, 160}},
+     {QLatin1String("supermini"), QLatin1String("superMiniSize"), &CSettings::superMiniSize, {371, 110}}}};
 
 /// ExtendedMode for any word that names no mode.
 inline InterfaceMode interfaceModeOf(const QString &word)

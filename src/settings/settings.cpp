@@ -8,10 +8,10 @@
 
 namespace {
 
-constexpr char comPortNameKey[] = "comPortName";
-constexpr char interfaceModeKey[] = "interfaceMode";
-constexpr char relayBoxIdKey[] = "relayBoxId";
-constexpr char relayBoxNameKey[] = "relayBoxName";
+const QLatin1String comPortNameKey("comPortName");
+const QLatin1String interfaceModeKey("interfaceMode");
+const QLatin1String relayBoxIdKey("relayBoxId");
+const QLatin1String relayBoxNameKey("relayBoxName");
 constexpr char colorPrefix[] = "Color_";
 constexpr char enabledPrefix[] = "Enabled";
 constexpr char anglePrefix[] = "Angles";

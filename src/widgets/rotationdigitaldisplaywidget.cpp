@@ -28,8 +28,8 @@ constexpr int wheelPauseMs = 1000;
 // Qt registers the same file anew on every call, hence once for all displays.
 QFont digitalFont()
 {
-    static const QStringList families =
-        QFontDatabase::applicationFontFamilies(QFontDatabase::addApplicationFont(":/images/digital.ttf"));
+    static const QStringList families = QFontDatabase::applicationFontFamilies(
+        QFontDatabase::addApplicationFont(QStringLiteral(":/images/digital.ttf")));
     return families.isEmpty() ? QFont() : QFont(families.first());
 }
 
