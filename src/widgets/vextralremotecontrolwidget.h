@@ -61,8 +61,7 @@ public:
 
     CVextralRemoteControl *controller() const;
 
-    /// The display that monitoring writes the live angle into: the panel's own hidden one until another is
-    /// set. Null when the other one is gone.
+    /// The panel's own hidden ones until others are set. Null when another one is gone.
     CRotationDigitalDisplayWidget *digitalDisplay() const;
     void setDigitalDisplay(CRotationDigitalDisplayWidget *display);
     CRotationDialWidget *dial() const;
