@@ -7,6 +7,8 @@
 
 #include <cmath>
 
+Q_DECLARE_METATYPE(GeoPosition)
+
 namespace {
 
 constexpr int side = 1600;
@@ -296,8 +298,6 @@ private:
 
     std::vector<Outline> m_land;
 };
-
-Q_DECLARE_METATYPE(GeoPosition)
 
 QTEST_MAIN(TestStationMap)
 #include "tst_stationmap.moc"
