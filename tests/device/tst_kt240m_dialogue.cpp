@@ -39,6 +39,15 @@ private slots:
             << 100. << 20.
             << "+0 -> C; key Shift+F1 -> M200; +500 -> C; key Shift+F2 -> M120 [STOP]; +2000 -> C [STOP]; "
                "+0 -> C M300; +9000 -> C; +0 -> C; +0 -> C";
+        QTest::newRow("a tracker's targets replace the one that waits, without another stop")
+            << 100. << 20.
+            << "+0 -> C; net 200 -> M200; +500 -> C; net 300 -> M120 [STOP]; net 301 [STOP]; +500 -> C "
+               "[STOP]; "
+               "net 302 [STOP]; +2000 -> C M302; +0 -> C";
+        QTest::newRow("the network stops, and turns left and right, as the buttons do")
+            << 100. << 20.
+            << "+0 -> C; net right -> R [CW]; net right [CW]; +500 -> C [CW]; net left -> M120 [CCW]; "
+               "net stop -> M120 [STOP]; +2000 -> C [STOP]; +0 -> C; net 90 -> M090";
     }
     void theBoxTurnsAsTheOperatorWishes()
     {

@@ -2,6 +2,7 @@
 
 #include "device/devicekt240m.h"
 #include "mainwindow/mainwindow.h"
+#include "rotctld/rotctlddevice.h"
 #include "settings/settings.h"
 #include "settings/settingsfile.h"
 #include "support/simulatedline.h"
@@ -105,6 +106,7 @@ struct RotatorStation
             {"display", [&] { emit display->onRotationChanged(number); }},
             {"click", [&] { QTest::mouseClick(display, Qt::LeftButton); }},
             {"wheel", [&] { turnWheel(); }},
+            {"net", [&] { order(object); }},
             {"pause", [&] { QTRY_VERIFY(!display->isEditing()); }}};
         const auto found = verbs.find(verb);
         if (found != verbs.end()) {
@@ -123,6 +125,18 @@ struct RotatorStation
     {
         const auto held = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton;
         sendMouse(dial, type, QPointF(40, 20 - degrees), Qt::LeftButton, held);
+    }
+
+    /// From the network: a target, or "stop", "left", "right".
+    void order(const QString &what)
+    {
+        RotctldDevice network(*rotator);
+        if (what == "stop")
+            network.stop();
+        else if (what == "left" || what == "right")
+            network.turn(what == "left" ? RotctldRotator::Side::Left : RotctldRotator::Side::Right);
+        else
+            network.turnTo(what.toInt());
     }
 
     void turnWheel()
