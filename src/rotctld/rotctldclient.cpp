@@ -12,6 +12,8 @@ using namespace Rotctld;
 namespace {
 
 constexpr int fullTurn = 360;
+/// Without it the system keeps megabytes for a client that does not read.
+constexpr int sendBufferBytes = 16 * 1024;
 
 } // namespace
 
@@ -22,6 +24,7 @@ RotctldClient::RotctldClient(QTcpSocket *socket, RotctldRotator &rotator, QObjec
     m_clock.start();
     m_socket->setParent(this);
     m_socket->setReadBufferSize(longestLine);
+    m_socket->setSocketOption(QAbstractSocket::SendBufferSizeSocketOption, sendBufferBytes);
     m_socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
     m_socket->setSocketOption(QAbstractSocket::KeepAliveOption, 1);
     connect(m_socket, &QTcpSocket::readyRead, this, &RotctldClient::onLine);
