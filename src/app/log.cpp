@@ -18,7 +18,6 @@
 #include <unistd.h>
 #endif
 
-
 namespace {
 
 constexpr int fileCount = 40;
