@@ -10,6 +10,7 @@
 #include <QMutexLocker>
 #include <QThread>
 
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -62,6 +63,13 @@ void filterCategory(QLoggingCategory *category)
 
 CLog *installedLog = nullptr;
 
+/// For an echo whose thread is still writing: it lives as long as the process.
+void keepForGood(std::unique_ptr<Echo> echo)
+{
+    static auto *kept = new std::vector<std::unique_ptr<Echo>>;
+    kept->push_back(std::move(echo));
+}
+
 } // namespace
 
 CLog::CLog(const QString &baseName) : CLog(baseName, fixedPathPrefix()) {}
@@ -87,9 +95,7 @@ CLog::~CLog()
     installedLog = nullptr;
     if (m_echo->finish())
         return;
-    // Its thread is still writing, so it lives as long as the process.
-    static auto *stuck = new std::vector<Echo *>;
-    stuck->push_back(m_echo.release());
+    keepForGood(std::move(m_echo));
 }
 
 void CLog::install()

@@ -94,7 +94,7 @@ void BoxLink::sendQuery(const QByteArray &query)
 
 QByteArray BoxLink::readLine(const char *command)
 {
-    const QByteArray line = m_line->readLine(readRoundMs);
+    QByteArray line = m_line->readLine(readRoundMs);
     if (!line.isEmpty())
         dump(QLatin1String(command), line);
     return line;

@@ -109,10 +109,10 @@ void CDeviceKT240M::buildPanel(CVextralRemoteControlWidget *widget)
     }
     m_panel = new RotatorPanel(widget);
     using Display = CRotationDigitalDisplayWidget;
-    connect(m_panel->display, &Display::onRotationStarted, this, &CDeviceKT240M::onRotationStarted);
-    connect(m_panel->display, &Display::onRotationChanging, this, &CDeviceKT240M::onRotationChanging);
-    connect(m_panel->display, &Display::onRotationChanged, this, &CDeviceKT240M::onRotationChanged);
-    for (const CAntennaButton *button : {m_panel->ccwButton, m_panel->cwButton}) {
+    connect(m_panel->display(), &Display::onRotationStarted, this, &CDeviceKT240M::onRotationStarted);
+    connect(m_panel->display(), &Display::onRotationChanging, this, &CDeviceKT240M::onRotationChanging);
+    connect(m_panel->display(), &Display::onRotationChanged, this, &CDeviceKT240M::onRotationChanged);
+    for (const CAntennaButton *button : {m_panel->ccwButton(), m_panel->cwButton()}) {
         connect(button, &CAntennaButton::onMouseDown, this, &CDeviceKT240M::onCCWAndCWButtonsDown);
         connect(button, &CAntennaButton::onMouseUp, this, &CDeviceKT240M::onCCWAndCWButtonsUp);
         connect(button, &QAbstractButton::clicked, this,
@@ -122,9 +122,9 @@ void CDeviceKT240M::buildPanel(CVextralRemoteControlWidget *widget)
     connect(m_panel, &RotatorPanel::onStopReleased, this, &CDeviceKT240M::onStopButtonUp);
     connect(m_panel, &RotatorPanel::onStopKey, this, &CDeviceKT240M::halt);
     using Dial = CRotationDialWidget;
-    connect(m_panel->dial, &Dial::onRotationStarted, this, &CDeviceKT240M::onDialRotationStarted);
-    connect(m_panel->dial, &Dial::onRotationChanging, this, &CDeviceKT240M::onDialRotationChanging);
-    connect(m_panel->dial, &Dial::onRotationChanged, this, &CDeviceKT240M::onDialRotationChanged);
+    connect(m_panel->dial(), &Dial::onRotationStarted, this, &CDeviceKT240M::onDialRotationStarted);
+    connect(m_panel->dial(), &Dial::onRotationChanging, this, &CDeviceKT240M::onDialRotationChanging);
+    connect(m_panel->dial(), &Dial::onRotationChanged, this, &CDeviceKT240M::onDialRotationChanged);
 }
 
 void CDeviceKT240M::relayoutPanel(int, int)
@@ -359,7 +359,7 @@ void CDeviceKT240M::restAntenna()
 bool CDeviceKT240M::rotateByKey(int key)
 {
     if (m_panel) {
-        applyCCWandCW(key == ClockwiseKey ? m_panel->cwButton : m_panel->ccwButton);
+        applyCCWandCW(key == ClockwiseKey ? m_panel->cwButton() : m_panel->ccwButton());
         onCCWAndCWButtonsUp();
     }
     return true;
@@ -367,7 +367,7 @@ bool CDeviceKT240M::rotateByKey(int key)
 
 void CDeviceKT240M::applyCCWandCW(CAntennaButton *button)
 {
-    const bool isCcw = button == m_panel->ccwButton;
+    const bool isCcw = button == m_panel->ccwButton();
     if (isOpen())
         obey(m_motion.turn(isCcw ? Direction::CounterClockwise : Direction::Clockwise));
 }
@@ -409,8 +409,8 @@ void CDeviceKT240M::onStopButtonUp()
 
 void CDeviceKT240M::onRotationStarted()
 {
-    m_panel->display->setEditing(true);
-    m_panel->display->setFixed(false);
+    m_panel->display()->setEditing(true);
+    m_panel->display()->setFixed(false);
 }
 
 void CDeviceKT240M::onRotationChanging(int rotation)
@@ -428,8 +428,8 @@ void CDeviceKT240M::onRotationChanged(int rotation)
     qDebug("CDeviceKT240M::onRotationChanged() Rotation will change to %d A", rotation);
     rotateTo(rotation);
     qDebug("CDeviceKT240M::onRotationChanged() Rotation will change to %d B", rotation);
-    m_panel->dial->setValue(rotation, false);
-    m_panel->dial->update();
+    m_panel->dial()->setValue(rotation, false);
+    m_panel->dial()->update();
     qDebug("CDeviceKT240M::onRotationChanged() Rotation will change to %d C", rotation);
 }
 
@@ -437,20 +437,20 @@ void CDeviceKT240M::onDialRotationStarted()
 {
     // Without a reading there is no azimuth to start from.
     if (isKnownAngle(m_motion.azimuth()))
-        m_panel->dial->setValue(truncatedDegrees(m_motion.azimuth()), true);
+        m_panel->dial()->setValue(truncatedDegrees(m_motion.azimuth()), true);
 }
 
 void CDeviceKT240M::onDialRotationChanging(int rotation)
 {
-    m_panel->display->setValue(rotation, true);
-    m_panel->display->setEditing(true);
-    m_panel->display->update();
+    m_panel->display()->setValue(rotation, true);
+    m_panel->display()->setEditing(true);
+    m_panel->display()->update();
     onRotationChanging(rotation);
 }
 
 void CDeviceKT240M::onDialRotationChanged(int rotation)
 {
     qDebug("CDeviceKT240M::onDialRotationChanged() Rotation will change to %d", rotation);
-    m_panel->display->giveUp(); // a wheel run would report the dial's value once more
+    m_panel->display()->giveUp(); // a wheel run would report the dial's value once more
     rotateTo(rotation);
 }

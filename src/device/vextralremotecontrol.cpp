@@ -41,7 +41,8 @@ CVextralRemoteControl::CVextralRemoteControl(const CSettings *settings)
 
 CVextralRemoteControl::~CVextralRemoteControl()
 {
-    CVextralRemoteControl::close();
+    m_monitoring.stop();
+    closeLine();
 }
 
 // ---- The line ----
@@ -61,10 +62,15 @@ bool CVextralRemoteControl::open(const QString &portName)
 bool CVextralRemoteControl::close()
 {
     stopMonitoring();
-    m_link.close();
-    showLineState();
+    closeLine();
     lineWentAway();
     return true;
+}
+
+void CVextralRemoteControl::closeLine()
+{
+    m_link.close();
+    showLineState();
 }
 
 bool CVextralRemoteControl::stopMonitoring()

@@ -216,6 +216,7 @@ protected:
 
 private:
     CDeviceStatus readStatus(const Protocol::StatusQuery &query);
+    void closeLine();
     void onLineOpened();
     void onLineLost();
     void showPower(bool on);

@@ -37,8 +37,8 @@ QLabel *createMessage()
 
 } // namespace
 
-CStationMapDialog::CStationMapDialog(const QString &mapPath, QWidget *parent)
-    : QDialog(parent), m_mapPath(mapPath), m_drawer(new StationMapDrawer(this)),
+CStationMapDialog::CStationMapDialog(QString mapPath, QWidget *parent)
+    : QDialog(parent), m_mapPath(std::move(mapPath)), m_drawer(new StationMapDrawer(this)),
       m_locator(createField("locatorEdit")), m_latitude(createField("latitudeEdit")),
       m_longitude(createField("longitudeEdit")), m_caption(createField("captionEdit")),
       m_preview(new QLabel(tr("Your map shows here."))), m_status(new QLabel),

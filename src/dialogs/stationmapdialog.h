@@ -25,7 +25,7 @@ class CStationMapDialog : public QDialog
 
 public:
     /// `mapPath` is the file that is read at the beginning and replaced at the end.
-    explicit CStationMapDialog(const QString &mapPath, QWidget *parent = nullptr);
+    explicit CStationMapDialog(QString mapPath, QWidget *parent = nullptr);
     ~CStationMapDialog() override;
 
 public slots:

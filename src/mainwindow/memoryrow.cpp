@@ -136,8 +136,8 @@ void MemoryRow::showStart(double angle)
 void MemoryRow::light(const QPushButton *approached)
 {
     for (CMemoryButton *memory : m_memories)
-        memory->setChecked(memory == approached);
-    m_opposite->setChecked(m_opposite == approached);
+        memory->setChecked(approached && memory == approached);
+    m_opposite->setChecked(approached && m_opposite == approached);
 }
 
 void MemoryRow::giveUpRecall()

@@ -18,10 +18,10 @@ public:
     static constexpr int firstTxKey = 5;
     static constexpr int firstRadioKey = 7;
     static constexpr int firstMemoryKey = 1;
-    static constexpr QLatin1String rotorKeys{"F9"};
-    static constexpr QLatin1String plus180Keys{"F12"};
-    static constexpr QLatin1String settingsKeys{"Ctrl+F5"};
-    static constexpr QLatin1String labelKeys{"Ctrl+F6"};
+    static inline const QLatin1String rotorKeys{"F9"};
+    static inline const QLatin1String plus180Keys{"F12"};
+    static inline const QLatin1String settingsKeys{"Ctrl+F5"};
+    static inline const QLatin1String labelKeys{"Ctrl+F6"};
 
     explicit Shortcuts(QWidget *window) : m_window(window) {}
 

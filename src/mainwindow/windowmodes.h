@@ -49,7 +49,7 @@ private:
     CVextralRemoteControl *m_controller;
     int m_mode = ExtendedMode;
     /// By InterfaceMode.
-    std::array<QSize, interfaceModes.size()> m_sizes;
+    std::array<QSize, interfaceModes.size()> m_sizes{};
     /// The size before the properties panel was opened.
     QSize m_sizeWithoutProperties;
 };

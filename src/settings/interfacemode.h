@@ -17,13 +17,13 @@ struct InterfaceModeTraits
     QLatin1String word;
     /// Where the settings keep the window's size in this mode.
     QLatin1String sizeKey;
-    QSize CSettings::*size;
+    QSize CSettings::*size = nullptr;
     /// In pixels.
     QSize defaultSize;
 };
 
 /// By InterfaceMode.
-inline constexpr std::array<InterfaceModeTraits, 3> interfaceModes{
+inline const std::array<InterfaceModeTraits, 3> interfaceModes{
     {{QLatin1String("extended"), QLatin1String("extendedSize"), &CSettings::extendedSize, {441, 473}},
      {QLatin1String("mini"), QLatin1String("miniSize"), &CSettings::miniSize, {371, 160}},
      {QLatin1String("supermini"), QLatin1String("superMiniSize"), &CSettings::superMiniSize, {371, 110}}}};

@@ -64,10 +64,8 @@ int distance(QRgb a, QRgb b)
 
 int nearest(const QVector<QRgb> &palette, QRgb color)
 {
-    const auto found = std::min_element(palette.begin(), palette.end(), [color](QRgb a, QRgb b) {
-        return distance(a, color) < distance(b, color);
-    });
-    return static_cast<int>(found - palette.begin());
+    const auto isNearer = [color](QRgb a, QRgb b) { return distance(a, color) < distance(b, color); };
+    return static_cast<int>(std::min_element(palette.begin(), palette.end(), isNearer) - palette.begin());
 }
 
 } // namespace

@@ -2,6 +2,8 @@
 
 #include <QFile>
 
+#include <utility>
+
 // The format is described in resources/sources/make_land.py.
 
 namespace {
@@ -14,7 +16,7 @@ constexpr int moreFollows = 0x80;
 class NumberReader
 {
 public:
-    explicit NumberReader(const QByteArray &data) : m_data(data) {}
+    explicit NumberReader(QByteArray data) : m_data(std::move(data)) {}
 
     bool atEnd() const { return m_at >= m_data.size(); }
 

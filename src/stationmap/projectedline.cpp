@@ -32,6 +32,8 @@ void ProjectedLine::add(const UnitVector &place)
     m_last = point;
 }
 
+// Halves the way at most `divisions` times.
+// NOLINTNEXTLINE(misc-no-recursion)
 void ProjectedLine::draw(const Point &from, const Point &to, int divisions)
 {
     if (distance(from.pixel, to.pixel) < longestUndivided) {

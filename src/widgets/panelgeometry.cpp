@@ -50,6 +50,7 @@ QRect cell(const QRect &row, int index, int count)
 std::vector<QRect> cells(const QRect &row, int count)
 {
     std::vector<QRect> result;
+    result.reserve(std::size_t(std::max(count, 0)));
     for (int i = 0; i < count; ++i)
         result.push_back(cell(row, i, count));
     return result;

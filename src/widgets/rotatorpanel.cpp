@@ -30,19 +30,19 @@ QString stopTip()
 } // namespace
 
 RotatorPanel::RotatorPanel(QWidget *frontPanel)
-    : QObject(frontPanel), display(new CRotationDigitalDisplayWidget(frontPanel)),
-      ccwButton(new CAntennaButton(QStringLiteral("CCW"), frontPanel)),
-      cwButton(new CAntennaButton(QStringLiteral("CW"), frontPanel)),
-      stopButton(new CAntennaButton(QStringLiteral("STOP"), frontPanel)),
-      dial(new CRotationDialWidget(frontPanel)), m_layout(frontPanel)
+    : QObject(frontPanel), m_display(new CRotationDigitalDisplayWidget(frontPanel)),
+      m_ccwButton(new CAntennaButton(QStringLiteral("CCW"), frontPanel)),
+      m_cwButton(new CAntennaButton(QStringLiteral("CW"), frontPanel)),
+      m_stopButton(new CAntennaButton(QStringLiteral("STOP"), frontPanel)),
+      m_dial(new CRotationDialWidget(frontPanel)), m_layout(frontPanel)
 {
-    place(display, displayPlace);
-    placeButton(ccwButton, ccwPlace, tr("Turn counter-clockwise\tLeft or F10"));
-    placeButton(cwButton, cwPlace, tr("Turn clockwise\tRight or F11"));
-    placeButton(stopButton, stopPlace, stopTip());
-    place(dial, dialPlace);
-    connect(stopButton, &QAbstractButton::pressed, this, &RotatorPanel::onStopPressed);
-    connect(stopButton, &CAntennaButton::onMouseUp, this, &RotatorPanel::onStopReleased);
+    place(m_display, displayPlace);
+    placeButton(m_ccwButton, ccwPlace, tr("Turn counter-clockwise\tLeft or F10"));
+    placeButton(m_cwButton, cwPlace, tr("Turn clockwise\tRight or F11"));
+    placeButton(m_stopButton, stopPlace, stopTip());
+    place(m_dial, dialPlace);
+    connect(m_stopButton, &QAbstractButton::pressed, this, &RotatorPanel::onStopPressed);
+    connect(m_stopButton, &CAntennaButton::onMouseUp, this, &RotatorPanel::onStopReleased);
     QCoreApplication::instance()->installEventFilter(this);
 }
 
@@ -65,37 +65,37 @@ void RotatorPanel::placeButton(CAntennaButton *button, const QRect &rect, const 
 void RotatorPanel::relayout()
 {
     m_layout.relayout();
-    for (CAntennaButton *button : {ccwButton, stopButton, cwButton})
+    for (CAntennaButton *button : {m_ccwButton, m_stopButton, m_cwButton})
         button->fitCaption(std::clamp(button->width() / 5, smallestCaption, largestCaption));
 }
 
 bool RotatorPanel::isChoosing() const
 {
-    return display->isEditing() || dial->isPressed();
+    return m_display->isEditing() || m_dial->isPressed();
 }
 
 void RotatorPanel::showLamps(const Lamps &lamps)
 {
-    ccwButton->setChecked(lamps.ccw);
-    stopButton->setChecked(lamps.stop);
-    cwButton->setChecked(lamps.cw);
+    m_ccwButton->setChecked(lamps.ccw);
+    m_stopButton->setChecked(lamps.stop);
+    m_cwButton->setChecked(lamps.cw);
 
     const QString tip = lamps.stopAgain ? tr("the antenna is moving, press again") : stopTip();
-    if (tip == stopButton->toolTip())
+    if (tip == m_stopButton->toolTip())
         return;
-    stopButton->setToolTip(tip);
-    if (lamps.stopAgain && stopButton->isVisible())
-        QToolTip::showText(stopButton->mapToGlobal(stopButton->rect().bottomLeft()), tip, stopButton);
+    m_stopButton->setToolTip(tip);
+    if (lamps.stopAgain && m_stopButton->isVisible())
+        QToolTip::showText(m_stopButton->mapToGlobal(m_stopButton->rect().bottomLeft()), tip, m_stopButton);
 }
 
 void RotatorPanel::showAzimuth(int degrees)
 {
     // A dial that was brought back to where it started reports no end.
-    if (!dial->isPressed())
-        display->setEditing(false);
-    display->setValue(degrees, false);
-    display->setHighlighted(degrees != -1);
-    display->update();
+    if (!m_dial->isPressed())
+        m_display->setEditing(false);
+    m_display->setValue(degrees, false);
+    m_display->setHighlighted(degrees != -1);
+    m_display->update();
 }
 
 bool RotatorPanel::eventFilter(QObject *watched, QEvent *event)
@@ -121,7 +121,7 @@ bool RotatorPanel::isStop(const QObject *watched, const QEvent *event) const
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
         // The left one presses the button itself.
-        return watched == stopButton && static_cast<const QMouseEvent *>(event)->button() != Qt::LeftButton;
+        return watched == m_stopButton && static_cast<const QMouseEvent *>(event)->button() != Qt::LeftButton;
     default:
         return false;
     }

@@ -38,11 +38,10 @@ public:
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
-    CRotationDigitalDisplayWidget *const display;
-    CAntennaButton *const ccwButton;
-    CAntennaButton *const cwButton;
-    CAntennaButton *const stopButton;
-    CRotationDialWidget *const dial;
+    CRotationDigitalDisplayWidget *display() const { return m_display; }
+    CAntennaButton *ccwButton() const { return m_ccwButton; }
+    CAntennaButton *cwButton() const { return m_cwButton; }
+    CRotationDialWidget *dial() const { return m_dial; }
 
 signals:
     void onStopPressed();
@@ -56,6 +55,11 @@ private:
     void place(QWidget *widget, const QRect &rect);
     void placeButton(CAntennaButton *button, const QRect &rect, const QString &toolTip);
 
+    CRotationDigitalDisplayWidget *const m_display;
+    CAntennaButton *const m_ccwButton;
+    CAntennaButton *const m_cwButton;
+    CAntennaButton *const m_stopButton;
+    CRotationDialWidget *const m_dial;
     C4SAnchorLayout m_layout;
     /// The same key press goes to the window, to the field and to all that the field lies in.
     bool m_escapeSeen = false;

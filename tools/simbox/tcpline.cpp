@@ -23,8 +23,8 @@ QString hostAndPort(const QHostAddress &address, int port)
 
 bool isAnyAddress(const QHostAddress &address)
 {
-    return address == QHostAddress::AnyIPv4 || address == QHostAddress::AnyIPv6
-        || address == QHostAddress::Any;
+    const auto is = [&address](QHostAddress::SpecialAddress any) { return address == any; };
+    return is(QHostAddress::AnyIPv4) || is(QHostAddress::AnyIPv6) || is(QHostAddress::Any);
 }
 
 } // namespace
@@ -39,7 +39,7 @@ public:
         m_turn.setSingleShot(true);
         m_due.setSingleShot(true);
         m_due.setTimerType(Qt::PreciseTimer);
-        connect(&server, &QTcpServer::newConnection, this, &Service::takeNext);
+        connect(&m_server, &QTcpServer::newConnection, this, &Service::takeNext);
         connect(&m_turn, &QTimer::timeout, this, &Service::turnAway);
         connect(&m_due, &QTimer::timeout, this, &Service::sendDue);
     }
@@ -50,7 +50,7 @@ public:
         m_line.m_program = nullptr;
     }
 
-    QTcpServer server;
+    QTcpServer &server() { return m_server; }
 
 private:
     void takeNext()
@@ -59,7 +59,7 @@ private:
             m_turn.start(TurnMs);
             return;
         }
-        QTcpSocket *program = server.nextPendingConnection();
+        QTcpSocket *program = m_server.nextPendingConnection();
         if (!program)
             return;
         m_line.m_program = program;
@@ -80,7 +80,7 @@ private:
 
     void turnAway()
     {
-        while (QTcpSocket *other = server.nextPendingConnection()) {
+        while (QTcpSocket *other = m_server.nextPendingConnection()) {
             connect(other, &QTcpSocket::disconnected, other, &QObject::deleteLater);
             other->write("The box is in use by another program.\r\n");
             other->disconnectFromHost();
@@ -104,6 +104,7 @@ private:
             m_due.start(pause);
     }
 
+    QTcpServer m_server;
     TcpLine &m_line;
     QEventLoop &m_loop;
     QTimer m_turn;
@@ -114,16 +115,16 @@ void TcpLine::serve(std::promise<bool> &listens)
 {
     QEventLoop loop;
     Service service(*this, loop);
-    if (!service.server.listen(m_address, m_port)) {
-        setErrorText(describe(service.server));
+    if (!service.server().listen(m_address, m_port)) {
+        setErrorText(describe(service.server()));
         listens.set_value(false);
         return;
     }
-    m_port = service.server.serverPort();
+    m_port = service.server().serverPort();
     setUp(hostAndPort(m_address, m_port));
     listens.set_value(true);
     loop.exec();
-    service.server.close();
+    service.server().close();
     setDown(); // before the program can notice
 }
 

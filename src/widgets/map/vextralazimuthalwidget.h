@@ -104,7 +104,7 @@ private:
     struct Shown
     {
         QPointer<CVextralAntenna> antenna;
-        CRotationDigitalDisplayWidget *display;
+        CRotationDigitalDisplayWidget *display = nullptr;
     };
 
     CVextralRemoteControl *controllerFor(const CVextralAntenna *antenna) const;
