@@ -113,7 +113,7 @@ Request withDirection(Request request, const QByteArray &direction, const QByteA
 int wordLength(const QByteArray &text)
 {
     if (!text.startsWith('\\'))
-        return std::min(1, text.size());
+        return text.isEmpty() ? 0 : 1;
     const auto *end = std::find_if(text.begin(), text.end(), [](char c) { return c == ' ' || c == '\t'; });
     return int(end - text.begin());
 }

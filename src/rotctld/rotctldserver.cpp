@@ -28,7 +28,7 @@ Place placeOf(const QString &text)
     if (address.startsWith(QLatin1Char('[')) && address.endsWith(QLatin1Char(']')))
         address = address.mid(1, address.size() - 2);
     Place place;
-    place.port = text.midRef(colon + 1).toUShort(&place.isValid);
+    place.port = text.mid(colon + 1).toUShort(&place.isValid);
     place.address = address.isEmpty() || address == QLatin1String("localhost")
                       ? QHostAddress(QHostAddress::LocalHost)
                       : QHostAddress(address);
