@@ -306,6 +306,7 @@ void CVextralAntennaUI::finishName(bool keep)
 void CVextralAntennaUI::giveUp()
 {
     m_ui->colorWidget->abandonChoice();
+    m_targetBeforePreview.reset();
 }
 
 void CVextralAntennaUI::on_enabledCheckBox_clicked(bool checked)

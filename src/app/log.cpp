@@ -91,7 +91,6 @@ CLog::~CLog()
     if (!m_echo)
         return;
     qInstallMessageHandler(nullptr);
-    QLoggingCategory::installFilter(systemFilter);
     installedLog = nullptr;
     if (m_echo->finish())
         return;
@@ -103,7 +102,9 @@ void CLog::install()
     m_echo = std::make_unique<Echo>();
     m_echo->start();
     installedLog = this;
-    systemFilter = QLoggingCategory::installFilter(filterCategory);
+    // It stays: at the end of the process Qt's categories are gone before the program's log is.
+    if (!systemFilter)
+        systemFilter = QLoggingCategory::installFilter(filterCategory);
     qInstallMessageHandler([](QtMsgType type, const QMessageLogContext &, const QString &message) {
         installedLog->handle(type, message);
     });

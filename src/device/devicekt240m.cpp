@@ -387,6 +387,8 @@ void CDeviceKT240M::onCCWAndCWButtonsUp()
 void CDeviceKT240M::onStopButtonPressed()
 {
     qDebug("CDeviceKT240M::onStopButtonPressed() - IN");
+    // A wheel run would send its azimuth after the STOP.
+    m_panel->display()->giveUp();
     m_motion.pressStop();
     showLamps();
     if (m_motion.isTurning()) {

@@ -44,6 +44,7 @@ RotatorMotion::Seen RotatorMotion::poll(double reading)
         return Seen::Nothing;
     }
     const State before = std::exchange(m_state, State::Resting);
+    m_stopSent = false;
     m_idle = std::min(m_idle + 1, idleReadingsUntilDark);
     if (before != State::Resting || m_idle == idleReadingsUntilDark)
         darken();
@@ -78,8 +79,10 @@ RotatorMotion::MaybeOrder RotatorMotion::goTo(double azimuth)
         return std::nullopt;
     expectMovement();
     m_target = azimuth;
-    if (m_state == State::Resting)
+    if (m_state == State::Resting) {
+        m_stopSent = false;
         return Order{Order::GoTo, azimuth};
+    }
     m_state = State::Turning;
     return softStop();
 }
@@ -133,6 +136,7 @@ void RotatorMotion::pressStop()
 RotatorMotion::MaybeOrder RotatorMotion::start(Direction direction)
 {
     expectMovement();
+    m_stopSent = false;
     m_asked = direction;
     m_lit = true;
     const bool clockwise = direction == Direction::Clockwise;
@@ -143,13 +147,16 @@ RotatorMotion::MaybeOrder RotatorMotion::softStop()
 {
     m_stoppedUnseen = false;
     m_lit = false;
-    if (!isKnownAngle(m_previous) || !isKnownAngle(m_current))
+    if (!isKnownAngle(m_previous) || !isKnownAngle(m_current)) {
+        m_stopSent = true;
         return Order{Order::Brake};
+    }
     m_direction.reset();
     m_stopLit = true;
     const std::optional<double> target = softStopTarget(m_previous, m_current);
     if (!target)
         return std::nullopt;
+    m_stopSent = true;
     // A reading that no compass has gives no azimuth to run out to.
     const bool isOnCompass = *target >= 0.0 && *target <= fullTurn;
     return isOnCompass ? Order{Order::RunOut, *target} : Order{Order::Brake};

@@ -69,7 +69,7 @@ public:
     std::optional<Direction> litDirection() const { return m_lit ? m_asked : std::nullopt; }
     bool isStopLit() const { return m_stopLit; }
     /// A soft stop was sent, and the rotor is not seen at rest yet.
-    bool isRunningOut() const { return m_state == State::Turning && m_stopLit; }
+    bool isRunningOut() const { return m_state == State::Turning && m_stopSent; }
     /// STOP came before a movement was seen, and now one is seen.
     bool isStopUnheeded() const { return m_stoppedUnseen && m_state == State::Turning; }
 
@@ -116,6 +116,8 @@ private:
     std::optional<Direction> m_asked;
     bool m_lit = false;
     bool m_stopLit = false;
+    /// A soft stop or a brake was sent, and nothing that starts a turn since.
+    bool m_stopSent = false;
     bool m_stoppedUnseen = false;
     /// Readings in a row that had not moved, 3 at most.
     int m_idle = 0;

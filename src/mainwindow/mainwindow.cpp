@@ -101,10 +101,13 @@ void CMainWindow::buildForm()
     m_ui->propertiesFrame->hide();
     m_closeRequests = std::make_unique<CloseRequests>(this, [this] { bringDialogToFront(); });
     m_mapImageChoice = std::make_unique<MapImageChoice>(this);
-    connect(m_mapImageChoice.get(), &MapImageChoice::installed, this, [this] {
-        m_ui->azimuthalWidget->reloadMap();
-        m_modes->showMapNotice();
-    });
+    connect(m_mapImageChoice.get(), &MapImageChoice::installed, this, &CMainWindow::showNewMap);
+}
+
+void CMainWindow::showNewMap()
+{
+    m_ui->azimuthalWidget->reloadMap();
+    m_modes->showMapNotice();
 }
 
 void CMainWindow::showIcon()
@@ -218,7 +221,7 @@ void CMainWindow::connectMenu()
     connect(m_ui->actionLabels, &QAction::triggered, this, &CMainWindow::onEditLabelsMenuTriggered);
     connect(m_ui->actionQuit, &QAction::triggered, this, &CMainWindow::close);
     if (m_controller->supportsAzimuthalMap())
-        addStationMapEntry(m_ui->menuFile, m_ui->azimuthalWidget);
+        addStationMapEntry(m_ui->menuFile, this, [this] { showNewMap(); });
 }
 
 void CMainWindow::connectConfigurationChange()
@@ -252,6 +255,7 @@ void CMainWindow::onRadioButtonShortcutTrigered()
 
 void CMainWindow::onMemoryButtonShortcutTrigered()
 {
+    m_memoryRow->finishEdits();
     m_memoryRow->recall(m_shortcuts->positionOf(sender()));
 }
 

@@ -76,6 +76,7 @@ protected:
 
 private:
     void buildForm();
+    void showNewMap();
     void showIcon();
     void createMemoryRow();
     void createController(const ControllerFactory &makeController, const CSettings &settings);

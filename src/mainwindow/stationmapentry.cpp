@@ -2,7 +2,6 @@
 
 #include "dialogs/stationmapdialog.h"
 #include "widgets/map/azimuthalmapimage.h"
-#include "widgets/map/vextralazimuthalwidget.h"
 
 #include <QAction>
 #include <QMenu>
@@ -10,14 +9,14 @@
 #include <algorithm>
 #include <functional>
 
-void addStationMapEntry(QMenu *menu, CVextralAzimuthalWidget *map)
+void addStationMapEntry(QMenu *menu, QWidget *window, const std::function<void()> &showNewMap)
 {
     auto *entry = new QAction(QObject::tr("&Map of My Station..."), menu);
     entry->setObjectName(QStringLiteral("actionStationMap"));
-    QObject::connect(entry, &QAction::triggered, map, [map] {
-        auto *dialog = new CStationMapDialog(AzimuthalMapImage::installedPath(), map->window());
+    QObject::connect(entry, &QAction::triggered, window, [window, showNewMap] {
+        auto *dialog = new CStationMapDialog(AzimuthalMapImage::installedPath(), window);
         dialog->setAttribute(Qt::WA_DeleteOnClose);
-        QObject::connect(dialog, &QDialog::accepted, map, &CVextralAzimuthalWidget::reloadMap);
+        QObject::connect(dialog, &QDialog::accepted, window, showNewMap);
         dialog->open();
     });
 

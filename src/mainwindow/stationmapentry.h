@@ -1,8 +1,10 @@
 #pragma once
 
-class CVextralAzimuthalWidget;
-class QMenu;
+#include <functional>
 
-/// Adds "Map of My Station..." to the menu. It opens the dialog that draws the map, and the map widget shows
-/// the new one.
-void addStationMapEntry(QMenu *menu, CVextralAzimuthalWidget *map);
+class QMenu;
+class QWidget;
+
+/// Adds "Map of My Station..." to the menu. It opens the dialog that draws the map over `window`, and calls
+/// `showNewMap` when a new one has been put in place.
+void addStationMapEntry(QMenu *menu, QWidget *window, const std::function<void()> &showNewMap);

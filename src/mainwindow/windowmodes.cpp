@@ -55,6 +55,7 @@ void WindowModes::apply(int mode)
     }
 
     // Showing and hiding may resize the window, which overwrites the size that is wanted.
+    const bool isSameMode = mode == m_mode;
     m_mode = mode;
     QSize size;
     if (isInterfaceMode(mode)) {
@@ -66,7 +67,9 @@ void WindowModes::apply(int mode)
     m_controller->applyInterfaceMode(mode);
     fitFramesToContent();
     m_window->update();
-    if (size.isValid()) {
+    // Another relay box is no reason to take the window out of full screen.
+    const bool keepsState = isSameMode && (m_window->windowState() & otherStates);
+    if (size.isValid() && !keepsState) {
         m_window->setWindowState(m_window->windowState() & ~otherStates);
         resizeSettled(size);
     }

@@ -26,6 +26,7 @@ private slots:
             {"a dial that is clicked before there is an azimuth", "hold; drop; -1; hold; drop"},
             {"a wheel that is turned sends once",
              "100; wheel (101); 105 (101); wheel (102); pause -> M115 M102 [STOP]"},
+            {"STOP ends a wheel run", "100; 105; wheel (106); STOP -> M115 [STOP]; pause [STOP]"},
             {"a click ends no wheel run",
              "100; wheel (101); click (101); 105 (101); pause -> M115 M101 [STOP]"},
             {"a key while a button is held",

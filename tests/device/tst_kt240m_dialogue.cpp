@@ -44,6 +44,8 @@ private slots:
             << "+0 -> C; net 200 -> M200; +500 -> C; net 300 -> M120 [STOP]; net 301 [STOP]; +500 -> C "
                "[STOP]; "
                "net 302 [STOP]; +2000 -> C M302; +0 -> C";
+        QTest::newRow("a stop that was never sent lets the network's target stop the antenna")
+            << 100. << 20. << "+0 -> C; CW -> R [CW]; STOP; +500 -> C; net 200 -> M120 [STOP]";
         QTest::newRow("the network stops, and turns left and right, as the buttons do")
             << 100. << 20.
             << "+0 -> C; net right -> R [CW]; net right [CW]; +500 -> C [CW]; net left -> M120 [CCW]; "
