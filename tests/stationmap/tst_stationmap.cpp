@@ -255,7 +255,7 @@ private slots:
 
     void theMapThatComesWithTheProgramIsDrawnByIt()
     {
-        const QString path = QFINDTESTDATA("../../resources/maps/AzimuthalMap.png");
+        const QString path = QStringLiteral(DEFAULT_MAP);
         QVERIFY(!StationMapFile::read(path));
         const QImage image(path);
         QCOMPARE(image.format(), QImage::Format_Indexed8);
