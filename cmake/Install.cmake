@@ -38,4 +38,4 @@ endforeach()
 install(FILES LICENSE DESTINATION ${docFolder} RENAME copyright)
 install(FILES CHANGELOG.md DESTINATION ${docFolder})
 install(DIRECTORY docs/ DESTINATION ${docFolder} FILES_MATCHING
-        PATTERN manual.md PATTERN protocol.md PATTERN "images/*.png" PATTERN "*@2x.png" EXCLUDE)
+        PATTERN manual.md PATTERN "manual/*.md" PATTERN protocol.md PATTERN "images/*.png")
