@@ -7,9 +7,9 @@
 
 #include <memory>
 
-// What any window of this Qt costs: the yardstick of the program's start and memory. With --raster it is not
-// made ready for OpenGL, as the program's is not. With --texts neither, and it has a style sheet and one
-// label in each of the fonts that the program's first picture needs: how much of the start is spent on fonts.
+// An empty window, with which the program's start and memory are compared. With --raster it does not prepare
+// for OpenGL, like the program's window. With --texts it is raster too, and has a style sheet and one label in
+// each font of the program's first picture, which shows how much of the start is spent on fonts.
 
 namespace {
 

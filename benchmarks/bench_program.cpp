@@ -35,8 +35,8 @@
 
 #include <unistd.h>
 
-// The program's figures as ratios within one run; docs/performance.md tells what they mean. Each figure is
-// the median of its rounds.
+// The program's figures as ratios within one run; docs/performance.md explains them. Each figure is the
+// median of its rounds.
 
 namespace {
 
@@ -169,7 +169,7 @@ void measureNetworkTick()
     tell("one monitoring tick over the network", tick, "ms", tickWaits, "at most 1.05");
 }
 
-/// Tells how long after an act the far end heard the first command.
+/// Measures how long after an act the far end received the first command.
 class Listener
 {
 public:
@@ -379,7 +379,7 @@ void measureIdleLoad()
                 (running->cpuSeconds() - before) * 100 / idleSeconds);
 }
 
-/// The whole program, which says when its window has been painted.
+/// The whole program, which prints a line when its window has been painted.
 int runMeasured(int argc, char *argv[], bool isRotator)
 {
     return runProgram(argc, argv, [isRotator](const CSettings &settings) -> CVextralRemoteControl * {

@@ -8,9 +8,9 @@
 
 class QSvgRenderer;
 
-/// One of an antenna's pictures, drawn from an SVG resource in a colour of the antenna's own. It is parsed
-/// when it is drawn for the first time in a colour: most of an antenna's pictures never are, and parsing all
-/// of them is felt when the window opens.
+/// One of an antenna's pictures, drawn from an SVG resource in the antenna's colour. It is parsed when it is
+/// first drawn in a colour: most pictures of an antenna are never drawn, and parsing all of them would delay
+/// the start.
 class ArrowPicture
 {
 public:
@@ -20,7 +20,7 @@ public:
     ArrowPicture(ArrowPicture &&) noexcept;
     ArrowPicture &operator=(ArrowPicture &&) noexcept;
 
-    /// What is white in the resource takes this colour from now on; renderer() gives a new object afterwards.
+    /// Draws the white parts of the resource in this colour from now on. Invalidates renderer().
     void setColor(const QColor &color);
 
     /// Never null; owned by the picture, valid until the colour changes.

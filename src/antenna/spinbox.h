@@ -2,8 +2,7 @@
 
 #include <QSpinBox>
 
-/// A wrapping spin box that tells when its value is confirmed: by Return or Enter, or by every change of the
-/// value.
+/// A wrapping spin box with a signal for a confirmed value: on Return or Enter, or on every change.
 class CSpinBox : public QSpinBox
 {
     Q_OBJECT

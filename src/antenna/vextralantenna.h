@@ -19,8 +19,8 @@ class QSvgRenderer;
 /// One antenna: where it points, where it is being turned to, which rotor turns it, its name, colour and
 /// pictures.
 ///
-/// Angles are compass degrees. `angle` is what is known of the antenna, `rotation` is what is drawn while it
-/// moves and `target` is where it goes, unknownAngle for nowhere. The controller creates the antennas and
+/// Angles are compass degrees. `angle` is the last known azimuth, `rotation` the azimuth that is drawn while
+/// the antenna moves, and `target` the azimuth it turns to, unknownAngle for none. The controller creates the antennas and
 /// keeps them in index order; map and editor are not owned.
 class CVextralAntenna : public QObject
 {
@@ -47,7 +47,7 @@ public:
 
     double target() const { return m_target; }
     void setTarget(double target);
-    /// Keeps the target as the previous one and leaves none.
+    /// Makes the target the previous one and clears it.
     void clearTarget();
     double previousTarget() const { return m_previousTarget; }
     void setPreviousTarget(double target) { m_previousTarget = target; }
@@ -65,7 +65,7 @@ public:
     bool isRotating() const { return m_rotating; }
     void setRotating(bool rotating) { m_rotating = rotating; }
 
-    /// False while the rotator gives no reading: the angle is an old one then.
+    /// False while the rotator gives no reading; the angle is then the last one read.
     bool isReadingKnown() const { return m_readingKnown; }
     void setReadingKnown(bool known) { m_readingKnown = known; }
 

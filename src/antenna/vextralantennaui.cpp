@@ -21,8 +21,8 @@ namespace {
 constexpr int focusRingDistance = 2;
 constexpr double focusRingRadius = 4.0;
 
-/// Load-modify-save of what the file holds of one antenna; antennas that the file has no place for are left
-/// out.
+/// Loads the settings, changes what they hold of one antenna and saves them. Antennas beyond the ten of the
+/// file are not saved.
 template <typename Change>
 void changeSettings(const CVextralAntenna *antenna, Change change)
 {
@@ -34,7 +34,7 @@ void changeSettings(const CVextralAntenna *antenna, Change change)
     settings.save();
 }
 
-/// The antenna has no rotor that could turn it: it is taken to point where the operator says.
+/// An antenna without a rotor points where the operator says.
 void pointAt(CVextralAntenna *antenna, int angle)
 {
     qDebug("oaaoaoo6: %d", angle);
@@ -42,7 +42,7 @@ void pointAt(CVextralAntenna *antenna, int angle)
         controller->pointFixedAntenna(antenna, angle);
 }
 
-/// Selecting the rotor pumps events, so nothing is taken for granted after it.
+/// Selecting the rotor runs the event loop, so pointers are tested again after it.
 void turnByRotor(CVextralAntenna *turned, int angle)
 {
     const QPointer<CVextralAntenna> antenna = turned;
@@ -64,7 +64,7 @@ CVextralAntennaUI::CVextralAntennaUI(int rotorCount, QWidget *parent)
     m_ui->rotorSelector->installEventFilter(this);
     m_ui->turnToSpinBox->installEventFilter(this);
 
-    // Twice on purpose: each change runs the slot two times.
+    // Connected twice on purpose: every change runs the slot two times, as the map relies on.
     const auto valueChanged = QOverload<int>::of(&QSpinBox::valueChanged);
     connect(m_ui->turnToSpinBox, valueChanged, this, &CVextralAntennaUI::onTargetAngleValueChanged);
     connect(m_ui->turnToSpinBox, valueChanged, this, &CVextralAntennaUI::onTargetAngleValueChanged);
@@ -170,7 +170,7 @@ void CVextralAntennaUI::keyPressEvent(QKeyEvent *event)
     switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        // The field has done its part; a dialog around the editor would take it for its OK.
+        // Otherwise a dialog around the editor would take the key as its OK.
         return;
     case Qt::Key_Left:
     case Qt::Key_Right:

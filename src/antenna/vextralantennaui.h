@@ -66,8 +66,8 @@ private:
     void explainTurnTo();
     /// Moves the rotor choice among the rotors that the controller has, and "none".
     void stepRotor(int step);
-    /// Degrees that were typed into "Turn to" and not confirmed: the antenna has its target from before
-    /// again.
+    /// Drops degrees that were typed into "Turn to" without confirming them, and restores the former
+    /// target.
     void takePreviewBack();
 
     QPointer<CVextralAntenna> m_antenna;

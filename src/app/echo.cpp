@@ -22,7 +22,7 @@ int standardOutput()
 #endif
 }
 
-/// Lets a write to a reader that has gone fail, instead of ending the program.
+/// Makes a write to a closed pipe fail instead of ending the program.
 void surviveGoneReaders()
 {
 #ifdef Q_OS_UNIX

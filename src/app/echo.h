@@ -5,12 +5,12 @@
 #include <QThread>
 #include <QWaitCondition>
 
-/// The standard output, for a program that must not wait for whoever reads it. A thread writes what is handed
-/// in, so that a pipe that nobody reads, or a console whose user marks a text, stops that thread alone:
+/// Writes to the standard output in a thread of its own, so that a pipe that nobody reads, or a console in
+/// which the user marks text, blocks only that thread:
 ///
 ///     write() ──>  waiting bytes, at most `capacity`  ──thread──>  standard output
 ///
-/// A line for which there is no room, or that the standard output refuses, is dropped.
+/// Lines that do not fit, or that the standard output refuses, are dropped.
 class Echo : public QThread
 {
 public:

@@ -51,8 +51,7 @@ QLoggingCategory::CategoryFilter systemFilter = nullptr;
 /// The system's rules hold for all categories but the one that the program logs in.
 void filterCategory(QLoggingCategory *category)
 {
-    // While it is being installed this filter is called for the categories that there are. They have obeyed
-    // the rules already.
+    // Installing the filter calls it for the existing categories, which have followed the rules already.
     if (systemFilter)
         systemFilter(category);
     if (qstrcmp(category->categoryName(), "default") != 0)
@@ -102,7 +101,7 @@ void CLog::install()
     m_echo = std::make_unique<Echo>();
     m_echo->start();
     installedLog = this;
-    // It stays: at the end of the process Qt's categories are gone before the program's log is.
+    // It stays installed: at the end of the process Qt destroys its categories before the log.
     if (!systemFilter)
         systemFilter = QLoggingCategory::installFilter(filterCategory);
     qInstallMessageHandler([](QtMsgType type, const QMessageLogContext &, const QString &message) {

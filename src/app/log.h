@@ -13,8 +13,7 @@ class Echo;
 /// that is not full; a file that fills up sends the next record to the following one, which is emptied first.
 ///
 /// A record is one line, "dd/MM/yyyy hh:mm:ss - <milliseconds> -<thread> - <message>", UTF-8, ended by LF.
-/// The milliseconds stand there twice, the second time without zeros at their end: 7 of them are "007007", 70
-/// are "07007". <thread> is the address of the calling QThread in decimal. The line ends are not counted.
+/// The milliseconds are written twice, the second time without trailing zeros: 7 is "007007", 70 is "07007". <thread> is the address of the calling QThread in decimal. The line ends are not counted.
 ///
 /// A file that cannot be opened loses its records silently. So does a full disk, until there is room again;
 /// no part of a record stays behind.
@@ -45,7 +44,7 @@ private:
     QString chooseFile();
     void open(const QString &path);
     void advanceToNextFile();
-    /// After a write that failed: takes from the file what it holds of the line.
+    /// After a failed write: removes the part of the line that is in the file.
     void takeBack(const QByteArray &line);
 
     QMutex m_mutex;
@@ -54,7 +53,7 @@ private:
     QString m_baseName;
     std::ofstream m_stream;
     QString m_pathPrefix;
-    /// The second, since 1970, that m_secondText tells.
+    /// The second since 1970 that m_secondText shows.
     qint64 m_second = -1;
     QByteArray m_secondText;
     /// While installed.

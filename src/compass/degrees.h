@@ -2,15 +2,15 @@
 
 #include <cmath>
 
-// Whole degrees of a direction. What is no number, or lies beyond any turn, counts as 0: settings files and
-// serial lines may say anything.
+// Whole degrees of a direction. NaN, infinities and values beyond the range of int count as 0, since settings
+// files and serial lines may contain anything.
 
 inline bool isUsableAngle(double degrees)
 {
     return std::isfinite(degrees) && std::abs(degrees) < 1e6;
 }
 
-/// Stands for a reading that failed and for a target that nobody has chosen.
+/// A failed reading, or no target.
 constexpr double unknownAngle = -1.0;
 
 inline bool isKnownAngle(double degrees)
@@ -30,7 +30,7 @@ inline int roundedDegrees(double degrees)
     return isUsableAngle(degrees) ? static_cast<int>(std::lround(degrees)) : 0;
 }
 
-/// Brought into 0..359 by adding or taking 360 once; callers stay within one turn of it.
+/// Folded into 0..359 by adding or subtracting 360 once; callers stay within one turn of that range.
 inline int foldedDegrees(int degrees)
 {
     if (degrees >= 360)
@@ -38,7 +38,7 @@ inline int foldedDegrees(int degrees)
     return degrees < 0 ? degrees + 360 : degrees;
 }
 
-/// The same for an angle: into [0, 360).
+/// The same for an angle, into [0, 360).
 inline double foldedAngle(double degrees)
 {
     if (degrees >= 360.0)
@@ -46,7 +46,7 @@ inline double foldedAngle(double degrees)
     return degrees < 0.0 ? degrees + 360.0 : degrees;
 }
 
-/// Rounded and folded for a display; 0 for what is further than one turn off.
+/// Rounded and folded for a display; 0 for values more than one turn outside.
 inline int shownDegrees(double degrees)
 {
     const int folded = foldedDegrees(roundedDegrees(degrees));

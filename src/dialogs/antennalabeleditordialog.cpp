@@ -7,7 +7,7 @@
 
 namespace {
 
-// A copy's own sheet hides the focus frame of the window's.
+// The copy's own style sheet hides the focus frame of the window's style sheet.
 constexpr char focusRule[] = "   QPushButton:focus{border: 1px solid #ffa02f; outline: none;}";
 
 } // namespace

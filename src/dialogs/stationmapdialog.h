@@ -14,7 +14,7 @@ class StationMapDrawer;
 /// Draws the azimuthal map of the operator's own station and puts it in the place of a map file. The station
 /// is given by a locator or by latitude and longitude: the one that is typed fills in the other.
 ///
-///     typed -> checked, told beside the field -> preview
+///     typed -> checked, message beside the field -> preview
 ///     OK    -> drawn in a thread -> written -> accepted
 ///
 /// Begins with what the present map was drawn for, when that is known. Accepted means that the map is in
@@ -56,7 +56,7 @@ private:
     void writeMap(const QByteArray &file);
 
     QString m_mapPath;
-    /// What the fields hold; nothing while that is no position.
+    /// The position in the fields; none while they hold no valid one.
     std::optional<GeoPosition> m_station;
     StationMapDrawer *m_drawer;
     Field m_locator;

@@ -119,7 +119,7 @@ void MapPainter::paintLand(const std::vector<Outline> &land)
     QPainterPath inside;
     for (const QPolygonF &outline : outlines)
         inside.addPolygon(outline);
-    // Land about the opposite point lies outside its outline, up to the rim.
+    // Land around the opposite point is outside its outline, up to the rim.
     if (!isCoveredBySea(outlines))
         addCircle(inside, StationProjection::farthestKm);
     // Smooth edges would take several times as long; the coast line hides them.
@@ -187,7 +187,7 @@ void MapPainter::paintRim()
     m_painter.strokePath(rim, QPen(rimColor, width(rimWidth)));
 }
 
-/// Half the height of the letters and `alignment` of their width lie below and left of `place`.
+/// Centred on `place` vertically; `alignment` of the text's width is left of it (0 to 1).
 void MapPainter::paintText(const QString &text, const QPointF &place, double height, double alignment)
 {
     QFont font;

@@ -13,11 +13,11 @@ namespace StationMapFile {
 /// fine screen it shows pixel by pixel.
 constexpr int usualSide = 1360;
 
-/// `drawnFor` is what read() finds; nothing for a map of nobody's station. Touches nothing but its arguments,
+/// `drawnFor` is what read() returns later; none for a map of no particular station. Touches nothing but its arguments,
 /// so it may run in any thread.
 QByteArray encoded(const QImage &drawing, const std::optional<StationMap> &drawnFor);
 
-/// Nothing when `path` holds no such thing.
+/// None when there is no map with a station at `path`.
 std::optional<StationMap> read(const QString &path);
 
 } // namespace StationMapFile

@@ -30,7 +30,7 @@ public:
     };
     Leg legTo(const UnitVector &place) const;
 
-    /// Of the opposite point, which is the whole rim, some point of the rim.
+    /// For the opposite point, which is the whole rim, some point of the rim.
     QPointF pixelOf(const UnitVector &place) const;
     QPointF pixelAt(double bearing, double distanceKm) const;
 

@@ -55,7 +55,7 @@ QString beside(const char *name)
     return QCoreApplication::applicationDirPath() + QLatin1Char('/') + QLatin1String(name);
 }
 
-/// False, and told on the error output, when `what` does not come true in time.
+/// Returns false and writes to the standard error when `what` does not become true in time.
 bool waitFor(const char *what, const std::function<bool()> &condition)
 {
     QElapsedTimer time;
@@ -218,7 +218,7 @@ bool drawFirstStart()
     return save(&chooser, QStringLiteral("serial-port")) && good;
 }
 
-/// The rotator's window on a simulated rotator, which stands at 40 degrees.
+/// The rotator's window with a simulated rotator at 40 degrees.
 struct Rotator
 {
     explicit Rotator(const CSettings &settings)
