@@ -8,8 +8,8 @@
 #include <memory>
 
 // An empty window, with which the program's start and memory are compared. With --raster it does not prepare
-// for OpenGL, like the program's window. With --texts it is raster too, and has a style sheet and one label in
-// each font of the program's first picture, which shows how much of the start is spent on fonts.
+// for OpenGL, like the program's window. With --texts it is raster too, and has a style sheet and one label
+// in each font of the program's first picture, which shows how much of the start is spent on fonts.
 
 namespace {
 

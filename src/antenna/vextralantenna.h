@@ -20,8 +20,8 @@ class QSvgRenderer;
 /// pictures.
 ///
 /// Angles are compass degrees. `angle` is the last known azimuth, `rotation` the azimuth that is drawn while
-/// the antenna moves, and `target` the azimuth it turns to, unknownAngle for none. The controller creates the antennas and
-/// keeps them in index order; map and editor are not owned.
+/// the antenna moves, and `target` the azimuth it turns to, unknownAngle for none. The controller creates the
+/// antennas and keeps them in index order; map and editor are not owned.
 class CVextralAntenna : public QObject
 {
     Q_OBJECT

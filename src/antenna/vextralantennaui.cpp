@@ -64,7 +64,7 @@ CVextralAntennaUI::CVextralAntennaUI(int rotorCount, QWidget *parent)
     m_ui->rotorSelector->installEventFilter(this);
     m_ui->turnToSpinBox->installEventFilter(this);
 
-    // Connected twice on purpose: every change runs the slot two times, as the map relies on.
+    // Connected twice on purpose: listeners of the map have always got two signals for a change.
     const auto valueChanged = QOverload<int>::of(&QSpinBox::valueChanged);
     connect(m_ui->turnToSpinBox, valueChanged, this, &CVextralAntennaUI::onTargetAngleValueChanged);
     connect(m_ui->turnToSpinBox, valueChanged, this, &CVextralAntennaUI::onTargetAngleValueChanged);

@@ -13,7 +13,8 @@ class Echo;
 /// that is not full; a file that fills up sends the next record to the following one, which is emptied first.
 ///
 /// A record is one line, "dd/MM/yyyy hh:mm:ss - <milliseconds> -<thread> - <message>", UTF-8, ended by LF.
-/// The milliseconds are written twice, the second time without trailing zeros: 7 is "007007", 70 is "07007". <thread> is the address of the calling QThread in decimal. The line ends are not counted.
+/// The milliseconds are written twice, the second time without trailing zeros: 7 is "007007", 70 is "07007".
+/// <thread> is the address of the calling QThread in decimal. The line ends are not counted.
 ///
 /// A file that cannot be opened loses its records silently. So does a full disk, until there is room again;
 /// no part of a record stays behind.

@@ -13,8 +13,8 @@ namespace StationMapFile {
 /// fine screen it shows pixel by pixel.
 constexpr int usualSide = 1360;
 
-/// `drawnFor` is what read() returns later; none for a map of no particular station. Touches nothing but its arguments,
-/// so it may run in any thread.
+/// `drawnFor` is what read() returns later; none for a map of no particular station. Touches nothing but its
+/// arguments, so it may run in any thread.
 QByteArray encoded(const QImage &drawing, const std::optional<StationMap> &drawnFor);
 
 /// None when there is no map with a station at `path`.
