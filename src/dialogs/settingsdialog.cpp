@@ -5,12 +5,9 @@
 #include "settings/settings.h"
 #include "ui_settingsdialog.h"
 
-#include <QApplication>
 #include <QDialogButtonBox>
 #include <QKeyEvent>
 #include <QMessageBox>
-#include <QPushButton>
-#include <QStyle>
 
 #include <array>
 
@@ -123,10 +120,13 @@ void CSettingsDIalog::keyPressEvent(QKeyEvent *event)
     QDialog::keyPressEvent(event);
 }
 
-void CSettingsDIalog::showEvent(QShowEvent *event)
+void CSettingsDIalog::setVisible(bool visible)
 {
-    showButtonIcons();
-    QDialog::showEvent(event);
+    // Not before: looking for their icons in the desktop's theme takes longer than the rest of the dialog,
+    // which every start of the program makes.
+    if (visible && m_ui->buttonBox->standardButtons() == QDialogButtonBox::NoButton)
+        m_ui->buttonBox->setStandardButtons(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+    QDialog::setVisible(visible);
 }
 
 void CSettingsDIalog::onAccepted()
@@ -166,19 +166,6 @@ void CSettingsDIalog::tellPortTakesEffectLater()
                         QMessageBox::Ok, owner);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->open();
-}
-
-/// The form makes the buttons without icons: looking for them in the desktop's theme takes longer than the
-/// rest of the dialog, which every start of the program makes.
-void CSettingsDIalog::showButtonIcons()
-{
-    const QDialogButtonBox *box = m_ui->buttonBox;
-    const QStyle *style = QApplication::style();
-    if (!style->styleHint(QStyle::SH_DialogButtonBox_ButtonsHaveIcons, nullptr, box))
-        return;
-    box->button(QDialogButtonBox::Ok)->setIcon(style->standardIcon(QStyle::SP_DialogOkButton, nullptr, box));
-    box->button(QDialogButtonBox::Cancel)
-        ->setIcon(style->standardIcon(QStyle::SP_DialogCancelButton, nullptr, box));
 }
 
 void CSettingsDIalog::showEditorArea(bool visible)

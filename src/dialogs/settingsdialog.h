@@ -21,6 +21,8 @@ public:
     explicit CSettingsDIalog(QWidget *parent = nullptr);
     ~CSettingsDIalog() override;
 
+    void setVisible(bool visible) override;
+
     /// Fills the form from the settings file.
     void load();
     /// Writes the form to the settings file. A changed port name is answered with a box that says when it
@@ -42,7 +44,6 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
-    void showEvent(QShowEvent *event) override;
 
 private slots:
     void onAccepted();
@@ -52,7 +53,6 @@ private:
     void checkInterfaceMode(const QString &mode);
     void tellPortTakesEffectLater();
     void showEditorArea(bool visible);
-    void showButtonIcons();
 
     std::unique_ptr<Ui::CSettingsDIalog> m_ui;
     QPointer<QWidget> m_antennaEditors;
