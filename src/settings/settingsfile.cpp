@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <new>
 
 namespace {
 
@@ -32,14 +33,52 @@ bool isWhole(const QString &path, int keyCount)
     return contents.endsWith('\n') && std::count_if(lines.begin(), lines.end(), isKey) == keyCount;
 }
 
-bool writeValues(const QString &path, const QSettings &present, const std::function<void(QSettings &)> &write)
+/// Renames a file that cannot be decoded, without replacing one that was kept before. False when it is still
+/// there.
+bool keepUnreadable(const QString &path)
+{
+    const QString first = path + QLatin1String(".unreadable");
+    QString kept = first;
+    for (int n = 2; QFileInfo::exists(kept); ++n)
+        kept = first + QString::number(n);
+    const bool isKept = QFile::rename(path, kept);
+    qDebug("SettingsFile::keepUnreadable() - %s cannot be read, it is kept as %s", qUtf8Printable(path),
+           qUtf8Printable(isKept ? kept : path));
+    return isKept;
+}
+
+/// Lets `read` take the values out of a file. QSettings throws at a damaged value that stands for more memory
+/// than there is; that file is then kept aside, and `read` is called again without any values. False when the
+/// file could not be kept aside.
+bool readFile(const QString &path, const std::function<void(const QSettings &)> &read)
+{
+    try {
+        read(QSettings(path, QSettings::IniFormat));
+        return true;
+    } catch (const std::bad_alloc &) {
+    }
+    const bool isKept = keepUnreadable(path);
+    read(QSettings(QStringLiteral(":/no-settings"), QSettings::IniFormat));
+    return isKept;
+}
+
+QVariantMap allValues(const QSettings &file)
+{
+    QVariantMap values;
+    const QStringList keys = file.allKeys();
+    for (const QString &key : keys)
+        values.insert(key, file.value(key));
+    return values;
+}
+
+bool writeValues(const QString &path, const QVariantMap &present,
+                 const std::function<void(QSettings &)> &write)
 {
     QSettings values(path, QSettings::IniFormat);
     write(values);
-    const QStringList presentKeys = present.allKeys();
-    for (const QString &key : presentKeys) {
-        if (!values.contains(key))
-            values.setValue(key, present.value(key));
+    for (auto value = present.begin(); value != present.end(); ++value) {
+        if (!values.contains(value.key()))
+            values.setValue(value.key(), value.value());
     }
     values.sync();
     return values.status() == QSettings::NoError && isWhole(path, values.allKeys().size());
@@ -116,18 +155,18 @@ bool SettingsFile::isChangedByOthers() const
 
 void SettingsFile::load(const std::function<void(const QSettings &)> &read)
 {
-    read(QSettings(path(), QSettings::IniFormat));
+    readFile(path(), read);
     m_lastSeen = stateOf(path());
 }
 
 bool SettingsFile::save(const std::function<void(QSettings &)> &write)
 {
-    return replace([&write](const QString &draft, const QSettings &present) {
-        return writeValues(draft, present, write);
-    });
+    QVariantMap present;
+    return readFile(path(), [&present](const QSettings &file) { present = allValues(file); })
+        && replace([&](const QString &draft) { return writeValues(draft, present, write); });
 }
 
-bool SettingsFile::replace(const std::function<bool(const QString &, const QSettings &)> &makeDraft)
+bool SettingsFile::replace(const std::function<bool(const QString &)> &makeDraft)
 {
     QFile file(path());
     QDir().mkpath(QFileInfo(file).path());
@@ -140,8 +179,7 @@ bool SettingsFile::replace(const std::function<bool(const QString &, const QSett
     // QSettings would wait half a minute for a lock that does not name its owner.
     QFile::remove(draft);
     QFile::remove(draft + QLatin1String(".lock"));
-    const QSettings present(path(), QSettings::IniFormat);
-    bool isReplaced = makeDraft(draft, present);
+    bool isReplaced = makeDraft(draft);
     if (isReplaced && !isNew)
         QFile::setPermissions(draft, file.permissions());
     if (isReplaced && stateOf(draft) == stateOf(target))
@@ -176,5 +214,5 @@ CSettings SettingsFile::exchange(int current, int next)
 
 bool SettingsFile::bringBack(const QString &kept)
 {
-    return replace([&kept](const QString &draft, const QSettings &) { return copyWholeFile(kept, draft); });
+    return replace([&kept](const QString &draft) { return copyWholeFile(kept, draft); });
 }

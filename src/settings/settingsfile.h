@@ -27,7 +27,8 @@ public:
     /// Where the configuration of a relay box is kept while another box is connected.
     static QString keptPath(int relayBoxId);
 
-    /// Lets `read` take values out of the file; a missing file has none.
+    /// Lets `read` take values out of the file; a missing file has none. A file that cannot be decoded is
+    /// renamed to `<its name>.unreadable`, logged, and counts as missing; `read` is then called twice.
     void load(const std::function<void(const QSettings &)> &read);
     /// Replaces the file by one with what `write` sets; the values of other keys stay. False when the file
     /// stayed as it was.
@@ -57,7 +58,7 @@ private:
 
     SettingsFile();
     static State stateOf(const QString &path);
-    bool replace(const std::function<bool(const QString &draft, const QSettings &present)> &makeDraft);
+    bool replace(const std::function<bool(const QString &draft)> &makeDraft);
     bool bringBack(const QString &kept);
 
     /// Nothing before the first load.

@@ -70,6 +70,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     const CSettings loaded;
     loaded.save();
     const CSettings again;
+    QFile::remove(SettingsFile::path() + QLatin1String(".unreadable"));
     require(plainValues(loaded) == plainValues(again), "the values come back");
     require(std::equal(loaded.angles.begin(), loaded.angles.end(), again.angles.begin(), isSame),
             "the angles come back");

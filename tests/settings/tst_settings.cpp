@@ -18,6 +18,12 @@ void write(const QString &path, const QByteArray &contents)
         QVERIFY(file.open(QIODevice::WriteOnly) && file.write(contents) == contents.size());
 }
 
+QByteArray read(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : "missing";
+}
+
 /// Saves a configuration; names of one length give files of one size.
 void saveConfiguration(int relayBoxId, const QString &name)
 {
@@ -147,6 +153,41 @@ private slots:
         const CSettings back = SettingsFile::ofThisProgram().exchange(2, 1);
         QCOMPARE(back.names[0], QString("Beam"));
         QCOMPARE(back.relayBoxId, 1);
+    }
+
+    /// The value stands for a list of 905,969,664 elements.
+    void aFileThatCannotBeDecodedIsKeptAndTheDefaultsHold_data()
+    {
+        QTest::addColumn<QByteArray>("contents");
+        const QByteArray damage = "miniSize=@Variant(\\0\\0\\0\\x31\\x36\\0\\0\\0)\n";
+        QTest::newRow("in a value of ours") << "[General]\nNames1=Beam\n" + damage;
+        QTest::newRow("in another group") << "[General]\nNames1=Antena1\n[Other]\n" + damage;
+    }
+    void aFileThatCannotBeDecodedIsKeptAndTheDefaultsHold()
+    {
+        QFETCH(QByteArray, contents);
+        const QString kept = SettingsFile::path() + ".unreadable";
+        write(SettingsFile::path(), contents);
+        saveConfiguration(1, CSettings().names[0] + "!");
+        QCOMPARE(CSettings().names[0], QString("Antena1!"));
+        QCOMPARE(CSettings().miniSize, QSize(371, 160));
+        QCOMPARE(read(kept), contents);
+
+        // The configuration of another box, and a second damage.
+        write(SettingsFile::keptPath(2), contents);
+        const CSettings other = SettingsFile::ofThisProgram().exchange(1, 2);
+        QCOMPARE(other.relayBoxId, 2);
+        other.save();
+        QCOMPARE(CSettings().names[0], QString("Antena1"));
+        QCOMPARE(read(kept) + read(kept + "2"), contents + contents);
+        QCOMPARE(SettingsFile::ofThisProgram().exchange(2, 1).names[0], QString("Antena1!"));
+
+        // Another program puts it there while this one runs.
+        write(SettingsFile::path(), contents);
+        QVERIFY(CSettings().names[0].startsWith("Antena1"));
+        other.save();
+        QCOMPARE(CSettings().relayBoxId, 2);
+        QCOMPARE(read(kept + "3"), contents);
     }
 
     void aConfigurationThatCannotBeKeptAsideStays()
