@@ -47,11 +47,10 @@ void turnByRotor(CVextralAntenna *turned, int angle)
 {
     const QPointer<CVextralAntenna> antenna = turned;
     const QPointer<CVextralRemoteControl> controller = antenna->controller();
-    const int turn = controller->beginTurn();
     if (!controller->setCurrentRotor(antenna->rotorId()) || !antenna || !controller)
         return;
     qDebug("tab vaio rodar para");
-    controller->turnTo(antenna, angle, turn);
+    controller->turnTo(antenna, angle);
 }
 
 } // namespace

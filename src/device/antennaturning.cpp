@@ -24,7 +24,10 @@ bool AntennaTurning::select(int rotor)
 {
     if (rotor >= m_controller.rotorCount())
         return false;
+    const int order = begin();
     CDeviceStatus status = m_controller.getStatus();
+    if (isOvertaken(order))
+        return false;
     if (!status.valid) {
         qDebug("CVextralRemoteControl::setCurrentRotor() - error ao tenter rotor corrente...");
         return false;
@@ -42,38 +45,46 @@ bool AntennaTurning::select(int rotor)
     logSeparator();
     m_link.pause(afterRotorSwitchMs);
     status = m_controller.getStatus();
-    return status.valid && status.isRotorSelected(rotor);
+    return !isOvertaken(order) && status.isRotorSelected(rotor);
 }
 
 void AntennaTurning::toggleTo(int rotor)
 {
+    const int order = begin();
     const CDeviceStatus status = m_controller.getStatus();
     qDebug("CVextralRemoteControl::onToggleRotorButtonChange() - 1");
-    if (status.valid && status.isRotorSelected(rotor)) {
+    if (status.isRotorSelected(rotor))
         qDebug("CVextralRemoteControl::onToggleRotorButtonChange() - Este rotor [%d] ja esta ativo", rotor);
-    } else if (status.valid) {
-        m_controller.toggleRotor();
-        const int selected = m_controller.currentRotor(nullptr);
-        if (selected < 0) {
-            m_controller.toggleRotor();
-            qDebug("CVextralRemoteControl::onToggleRotorButtonChange() - Nao foi possivel selecionar rotor");
-        } else if (CVextralAzimuthalWidget *map = m_controller.azimuthalWidget()) {
-            // The rotor's number counts as the antenna's position here.
-            map->setCurrentAntenna(m_controller.antenna(selected));
-        }
-    }
+    else if (status.valid && !isOvertaken(order))
+        toggle();
     qDebug("CVextralRemoteControl::onToggleRotorButtonChange() - FIM");
+}
+
+void AntennaTurning::toggle()
+{
+    m_controller.toggleRotor();
+    const int order = begin();
+    const int selected = m_controller.currentRotor(nullptr);
+    if (isOvertaken(order))
+        return;
+    if (selected < 0) {
+        m_controller.toggleRotor();
+        qDebug("CVextralRemoteControl::onToggleRotorButtonChange() - Nao foi possivel selecionar rotor");
+    } else if (CVextralAzimuthalWidget *map = m_controller.azimuthalWidget()) {
+        // The rotor's number counts as the antenna's position here.
+        map->setCurrentAntenna(m_controller.antenna(selected));
+    }
 }
 
 // ---- Turning an antenna ----
 
-bool AntennaTurning::turnTo(CVextralAntenna *antenna, double degrees, int turn)
+bool AntennaTurning::turnTo(CVextralAntenna *antenna, double degrees)
 {
-    if (!antenna || antenna->controller() != &m_controller || turn != m_turn)
+    if (!antenna || antenna->controller() != &m_controller)
         return false;
+    const bool isFixed = !antenna->isRotorConnected();
     antenna->setTarget(degrees);
     m_controller.turnAntennaFromCurrentToTarget(antenna);
-    const bool isFixed = !antenna->isRotorConnected();
     if (isFixed)
         pointFixed(antenna, degrees);
     if (CVextralAzimuthalWidget *map = antenna->map())
@@ -92,15 +103,12 @@ void AntennaTurning::turnToTarget(CVextralAntenna *antenna)
         antenna->setAngle(target);
         return;
     }
-    // Selecting the rotor pumps events: a poll may change the target, and the operator may order otherwise.
-    const int turn = begin();
+    // Selecting the rotor runs the event loop, in which a poll may change the target.
     if (!m_controller.setCurrentRotor(antenna->rotorId())) {
         qDebug("CVextralRemoteControl::turnAntennaFromCurrentToTarget() - Rotor %d nao responde",
                antenna->rotorId());
         return;
     }
-    if (turn != m_turn)
-        return;
     qDebug("CVextralRemoteControl::turnAntennaFromCurrentToTarget() - Rotor %d sera controlado",
            antenna->rotorId());
     antenna->setTarget(target);

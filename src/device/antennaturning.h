@@ -7,24 +7,26 @@ class CVextralRemoteControl;
 /// Selects rotors and turns antennas by them.
 ///
 /// A box has one selected rotor, so an order is two steps: select the rotor, which asks the box and runs the
-/// event loop, then go to the azimuth. Whatever is ordered meanwhile is newer and wins: each turn has a
-/// number, and every order to turn or to stop voids the numbers before it.
+/// event loop, then go to the azimuth. Whatever is ordered meanwhile is newer and wins: every order to turn,
+/// to stop or to select a rotor has a number, and one that finds a newer number after it asked the box gives
+/// up.
 class AntennaTurning
 {
 public:
     AntennaTurning(CVextralRemoteControl &controller, BoxLink &link) : m_controller(controller), m_link(link)
     {}
 
-    /// Selects `rotor` on the box unless another one is turning. Returns whether it is selected now.
+    /// Selects `rotor` on the box unless another one is turning. Returns whether it is selected now and
+    /// nothing newer was ordered.
     bool select(int rotor);
     /// The panel's button of this rotor was pressed.
     void toggleTo(int rotor);
 
-    /// Voids every turn that is still being prepared, and numbers a new one.
-    int begin() { return ++m_turn; }
-    /// Gives the antenna the target and turns it there; without a rotor it points there at once. Does nothing
-    /// when `turn` is void. Returns whether there was a line for the order, or none needed.
-    bool turnTo(CVextralAntenna *antenna, double degrees, int turn);
+    /// Numbers a new order. Orders that are still being prepared give up.
+    int begin() { return ++m_order; }
+    /// Gives the antenna the target and turns it there; without a rotor it points there at once. Returns
+    /// whether there was a line for the order, or none needed.
+    bool turnTo(CVextralAntenna *antenna, double degrees);
     /// Turns the antenna to its target.
     void turnToTarget(CVextralAntenna *antenna);
     /// Stores where an antenna without a rotor points from now on.
@@ -35,9 +37,12 @@ public:
     bool takeOver(CVextralAntenna *antenna, const char *operation);
 
 private:
+    bool isOvertaken(int order) const { return order != m_order; }
+    void toggle();
+
     CVextralRemoteControl &m_controller;
     BoxLink &m_link;
-    int m_turn = 0;
+    int m_order = 0;
     /// Counts the presses of the map's displays.
     int m_press = 0;
 };

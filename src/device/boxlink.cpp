@@ -134,7 +134,7 @@ Protocol::StatusReply BoxLink::readStatus(const Protocol::StatusQuery &query)
 bool BoxLink::collect(ReplyReader &reader, const Protocol::StatusQuery &query)
 {
     using Progress = ReplyReader::Progress;
-    const int opening = m_line->opening();
+    const int asked = opening();
     logQuery(query.askingText);
     sendQuery(Protocol::statusRequest(query));
     for (Progress progress = Progress::Pending; progress == Progress::Pending;) {
@@ -146,7 +146,7 @@ bool BoxLink::collect(ReplyReader &reader, const Protocol::StatusQuery &query)
         }
         QCoreApplication::processEvents();
         // What ran in there may have closed the line, and opened it or another one.
-        if (!m_line || m_line->opening() != opening)
+        if (opening() != asked)
             return false;
     }
     return true;

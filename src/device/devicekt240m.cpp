@@ -288,7 +288,6 @@ void CDeviceKT240M::follow(double azimuth)
         turnTo(first, azimuth);
         return;
     }
-    beginTurn();
     obey(m_motion.redirect(azimuth));
     first->setTarget(azimuth);
     if (CVextralAzimuthalWidget *map = azimuthalWidget())

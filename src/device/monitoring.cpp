@@ -41,7 +41,6 @@ void Monitoring::stop()
 {
     ++m_run;
     m_timer.stop();
-    m_responding = false;
 }
 
 // ---- The synchronisation pass ----
@@ -119,12 +118,14 @@ void Monitoring::poll()
 {
     m_holdsAngle = false;
     const bool withAngle = m_controller.readsAngleWithStatus();
+    const int line = m_controller.lineOpening();
     const CDeviceStatus status =
         withAngle ? m_controller.getStatusAndCurrentAngle() : m_controller.getStatus();
-    m_responding = status.valid;
     if (!status.valid) {
         qDebug("................. monitoring has fail");
-        m_controller.noteAnswer(false);
+        // A line that was opened meanwhile has not been asked.
+        if (line == m_controller.lineOpening())
+            m_controller.noteAnswer(false);
         return;
     }
     m_controller.noteAnswer(true);

@@ -9,8 +9,8 @@
 class CVextralAntenna;
 class CVextralRemoteControl;
 
-/// The running heart of a controller: the synchronisation pass, the polls, and the rotations that polls see
-/// begin and end.
+/// Polling and synchronisation: reads the box at the start and at each interval, and notices from the
+/// readings when a rotation begins and ends.
 ///
 ///     start() --> synchronisation pass --> a poll each interval --> stop()
 ///     poll: status --> panel, map --> each antenna on the selected rotor follows its azimuth
@@ -31,8 +31,6 @@ public:
     /// Milliseconds between two polls; a running timer keeps its period.
     int interval() const { return m_interval; }
     void setInterval(int milliseconds) { m_interval = milliseconds; }
-    /// Whether the last poll was answered.
-    bool isResponding() const { return m_responding; }
     /// Whether the azimuth that was read last belongs to the status that is being shown.
     bool holdsAngle() const { return m_holdsAngle; }
 
@@ -58,7 +56,6 @@ private:
     CVextralRemoteControl &m_controller;
     QTimer m_timer;
     int m_interval = 1500;
-    bool m_responding = false;
     bool m_holdsAngle = false;
     /// The rotor whose antenna was made current last.
     int m_lastRotor = -1;

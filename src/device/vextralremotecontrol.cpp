@@ -70,7 +70,7 @@ bool CVextralRemoteControl::close()
 void CVextralRemoteControl::closeLine()
 {
     m_link.close();
-    showLineState();
+    showPower(false);
 }
 
 bool CVextralRemoteControl::stopMonitoring()
@@ -172,7 +172,7 @@ int CVextralRemoteControl::currentRotor(const CDeviceStatus *status)
 
 bool CVextralRemoteControl::rotateTo(double angle)
 {
-    beginTurn();
+    m_turning.begin();
     if (!m_link.hasLine())
         return false;
     m_link.send("Comando girar", Protocol::rotateToCommand(angle));
@@ -183,19 +183,19 @@ bool CVextralRemoteControl::rotateTo(double angle)
 
 bool CVextralRemoteControl::rotateCCW()
 {
-    beginTurn();
+    m_turning.begin();
     return m_link.hasLine() && m_link.send("Comando CCW", Protocol::rotateCCWCommand());
 }
 
 bool CVextralRemoteControl::rotateCW()
 {
-    beginTurn();
+    m_turning.begin();
     return m_link.hasLine() && m_link.send("Comando CW", Protocol::rotateCWCommand());
 }
 
 bool CVextralRemoteControl::stop()
 {
-    beginTurn();
+    m_turning.begin();
     return m_link.hasLine() && m_link.send("Comando STOP", Protocol::stopCommand());
 }
 
@@ -218,6 +218,7 @@ bool CVextralRemoteControl::toggleTX(int index)
 
 bool CVextralRemoteControl::toggleRotor()
 {
+    m_turning.begin();
     if (!m_link.hasLine())
         return false;
     m_lastReadAngle = unknownAngle;

@@ -66,7 +66,8 @@ public:
     virtual int rotorCount() { return 2; }
     /// Azimuth of the selected rotor in degrees, unknownAngle after a failed read.
     virtual double getCurrentAngle();
-    /// Selects `rotor` on the box unless another one is turning. Returns whether it is selected now.
+    /// Selects `rotor` on the box unless another one is turning. Returns whether it is selected now and no
+    /// other order to turn, to stop or to select came meanwhile.
     virtual bool setCurrentRotor(int rotor) { return m_turning.select(rotor); }
     virtual bool rotateTo(double angle);
     virtual bool rotateCCW();
@@ -132,6 +133,8 @@ public:
 
     /// What makes the line from the next open() on; without it a port's name leads to a real line.
     void setLineFactory(LineFactory factory) { m_link.setLineFactory(std::move(factory)); }
+    /// A number that no other opening of a line has, 0 while the line is not open.
+    int lineOpening() const { return m_link.opening(); }
     /// What is known of the line now.
     LineState lineState() const { return m_link.state(); }
     /// Shows lineState() on the panel.
@@ -142,15 +145,9 @@ public:
     void pause(int milliseconds) { m_link.pause(milliseconds); }
 
     /// Turns an antenna to an azimuth: through its rotor, or on the screen alone, which is stored. It gives
-    /// up when anything else is ordered to turn or to stop while the box is asked for the rotor. Returns
-    /// whether there was a line for the order; an antenna without a rotor needs none.
-    bool turnTo(CVextralAntenna *antenna, double degrees) { return turnTo(antenna, degrees, beginTurn()); }
-    /// Does nothing when any order to turn or to stop came after beginTurn() gave this number.
-    bool turnTo(CVextralAntenna *antenna, double degrees, int turn)
-    {
-        return m_turning.turnTo(antenna, degrees, turn);
-    }
-    int beginTurn() { return m_turning.begin(); }
+    /// up when anything else is ordered to turn, to stop or to select a rotor while the box is asked for the
+    /// rotor. Returns whether there was a line for the order; an antenna without a rotor needs none.
+    bool turnTo(CVextralAntenna *antenna, double degrees) { return m_turning.turnTo(antenna, degrees); }
     /// Takes an antenna without a rotor to point there from now on, and stores it.
     void pointFixedAntenna(CVextralAntenna *antenna, double degrees)
     {
@@ -192,7 +189,11 @@ public:
     /// Milliseconds between two polls; a running timer keeps its period.
     int monitorInterval() const { return m_monitoring.interval(); }
     void setMonitorInterval(int milliseconds) { m_monitoring.setInterval(milliseconds); }
-    bool isDeviceResponding() const { return m_monitoring.isResponding(); }
+    /// Whether the box is polled and answered last time.
+    bool isDeviceResponding() const
+    {
+        return isMonitoring() && lineState().kind == LineState::Kind::Answering;
+    }
     double lastReadAngle() const { return m_lastReadAngle; }
 
 signals:

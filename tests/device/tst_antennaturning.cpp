@@ -83,19 +83,33 @@ private slots:
         QTest::addColumn<Order>("first");
         QTest::addColumn<Order>("meanwhile");
         QTest::addColumn<QString>("heard");
-        const auto turn = [](int degrees) {
-            return Order([=](Station &s) { s.controller.turnTo(s.antenna(0), degrees); });
+        const auto turn = [](int degrees, int antenna = 0) {
+            return Order([=](Station &s) { s.controller.turnTo(s.antenna(antenna), degrees); });
         };
+        const auto press = [](int antenna) {
+            return Order([=](Station &s) { emit s.display(antenna)->onRotationStarted(); });
+        };
+        const Order stop = [](Station &s) { s.controller.stop(); };
+        const Order rotorButton = [](Station &s) { emit s.panel.onToggleRotorButtonChange(1); };
         const auto type = [](int degrees) { return Order([=](Station &s) { typeTurnTo(s, degrees); }); };
         const Order nothing = [](Station &) {};
         QTest::newRow("alone") << turn(200) << nothing << "K0 M200";
-        QTest::newRow("STOP") << turn(200) << Order([](Station &s) { s.controller.stop(); }) << "K0 S";
+        QTest::newRow("STOP") << turn(200) << stop << "K0 S";
         QTest::newRow("CCW") << turn(200) << Order([](Station &s) { s.controller.rotateCCW(); }) << "K0 L";
         QTest::newRow("CW") << turn(200) << Order([](Station &s) { s.controller.rotateCW(); }) << "K0 R";
         QTest::newRow("another target") << turn(200) << turn(90) << "K0 K0 M090";
         QTest::newRow("typed, alone") << type(200) << nothing << "K0 K0 M200";
         QTest::newRow("typed, typed again") << type(200) << type(90) << "K0 K0 K0 M090";
-        QTest::newRow("typed, STOP") << type(200) << Order([](Station &s) { s.controller.stop(); }) << "K0 S";
+        QTest::newRow("typed, STOP") << type(200) << stop << "K0 S";
+
+        QTest::newRow("other rotor, STOP") << turn(200, 1) << stop << "K0 S";
+        QTest::newRow("other rotor, another target") << turn(200, 1) << turn(90) << "K0 K0 M090";
+        QTest::newRow("another target for the other rotor") << turn(200) << turn(90, 1) << "K0 K0 K9 K0 M090";
+        QTest::newRow("the other display") << turn(200) << press(1) << "K0 K0 K9 K0 C";
+        QTest::newRow("F9") << turn(200) << Order([](Station &s) { s.controller.toggleRotor(); }) << "K0 K9";
+        QTest::newRow("rotor button") << turn(200) << rotorButton << "K0 K0 K9 K0";
+        QTest::newRow("display, STOP") << press(1) << stop << "K0 S";
+        QTest::newRow("rotor button, a target") << rotorButton << turn(90) << "K0 K0 M090";
     }
     void theNewestOrderWins()
     {
@@ -106,6 +120,15 @@ private slots:
         s.during("K0", [&] { meanwhile(s); });
         first(s);
         QCOMPARE(s.port.heard(), heard);
+    }
+
+    void anAntennaThatLosesItsRotorMeanwhileIsNotTakenForAFixedOne()
+    {
+        Station s;
+        s.antenna(1)->setAngle(150);
+        s.during("K0", [&] { s.antenna(1)->setRotorId(-1); });
+        s.controller.turnTo(s.antenna(1), 200);
+        QCOMPARE(s.antenna(1)->angle(), 150.0);
     }
 
     void aPressMakesItsAntennaCurrentAlsoOnASharedRotor()

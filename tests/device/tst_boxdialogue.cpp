@@ -230,6 +230,22 @@ private slots:
         QVERIFY(station.controller.getStatus().valid);
     }
 
+    void aPollWhoseLineWasOpenedAnewSaysNothingOfTheNewOne()
+    {
+        Station station;
+        QTimer::singleShot(0, &station.controller, [&] {
+            station.controller.close();
+            station.controller.open("box");
+        });
+        station.controller.monitore();
+        QCOMPARE(station.controller.lineState().kind, LineState::Kind::Answering);
+        QVERIFY(station.controller.isDeviceResponding());
+
+        station.port.pullOut();
+        QCoreApplication::processEvents();
+        QVERIFY(!station.controller.isDeviceResponding());
+    }
+
     void withoutALineEverythingIsSafe()
     {
         Station station(false);
