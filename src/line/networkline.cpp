@@ -92,6 +92,7 @@ void NetworkLine::onConnected()
     m_socket.setTextModeEnabled(true);
     m_answered = m_silent = m_heard = false;
     m_unansweredPolls = 0;
+    m_isBehind = true;
     begin(m_patience > outagePolls);
     if (m_wasOpen)
         qDebug("CVextralRemoteControl - the line through %s is back", qUtf8Printable(portName()));
@@ -151,6 +152,15 @@ bool NetworkLine::isOverdue() const
     return m_unansweredPolls >= outagePolls;
 }
 
+bool NetworkLine::write(const QByteArray &text, int waitMs)
+{
+    if (m_isBehind) {
+        m_isBehind = !m_answered || m_unansweredPolls > 0 || bytesAvailable() > 0;
+        discard();
+    }
+    return IoDeviceLine::write(text, waitMs);
+}
+
 QByteArray NetworkLine::readLine(int waitMs)
 {
     const QByteArray line = IoDeviceLine::readLine(waitMs);
@@ -166,15 +176,15 @@ void NetworkLine::noteAnswer(bool answered)
     const bool wakesUp = isOverdue() && m_heard;
     m_heard = false;
     if (answered) {
-        if (m_unansweredPolls > 0)
-            discard(); // replies to the polls before
         m_answered = true;
         m_unansweredPolls = 0;
         m_pauseMs = firstPauseMs;
         m_patience = outagePolls;
-    } else if (++m_unansweredPolls >= m_patience || wakesUp) {
-        reset();
+        return;
     }
+    m_isBehind = true;
+    if (++m_unansweredPolls >= m_patience || wakesUp)
+        reset();
 }
 
 void NetworkLine::reset()

@@ -31,6 +31,7 @@ public:
     void close() override;
     bool isOpen() const override { return m_phase == Phase::Open && isConnected(); }
     bool takesOrders() const override { return isOpen() && m_answered && !m_silent; }
+    bool write(const QByteArray &text, int waitMs) override;
     QByteArray readLine(int waitMs) override;
     void noteAnswer(bool answered) override;
 
@@ -65,6 +66,9 @@ private:
     bool m_silent = false;
     bool m_heard = false;
     int m_unansweredPolls = 0;
+    /// Replies to earlier queries may still come, also those that the server holds from the connection
+    /// before.
+    bool m_isBehind = false;
 
     /// So many polls without an answer reset the connection.
     int m_patience = 0;
