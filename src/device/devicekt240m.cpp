@@ -78,9 +78,8 @@ void CDeviceKT240M::hideUnusedWidgets()
         if (CRotationDigitalDisplayWidget *first = map->displayOf(map->antennaAt(0)))
             first->hide();
     }
-    CVextralRemoteControlWidget *panel = remoteControlWidget();
-    if (panel && !panel->antennaButtons().isEmpty())
-        panel->antennaButtons().first()->hide();
+    if (CVextralRemoteControlWidget *panel = remoteControlWidget())
+        panel->hideAntenna(0);
 }
 
 void CDeviceKT240M::applyInterfaceMode(int mode)

@@ -4,13 +4,10 @@
 #include "device/commandlog.h"
 #include "device/protocol.h"
 #include "settings/settings.h"
-#include "widgets/antennabutton.h"
 #include "widgets/map/vextralazimuthalwidget.h"
 #include "widgets/rotationdialwidget.h"
 #include "widgets/rotationdigitaldisplaywidget.h"
 #include "widgets/vextralremotecontrolwidget.h"
-
-#include <QSignalBlocker>
 
 #include <algorithm>
 #include <type_traits>
@@ -361,12 +358,11 @@ void CVextralRemoteControl::showLiveAzimuth(double degrees)
 void CVextralRemoteControl::onAtennaButtonChange(int index, bool state)
 {
     Q_UNUSED(state)
-    CAntennaButton *button = m_remoteControlWidget->antennaButtons().at(index);
     if (m_map && index < m_map->antennaCount())
         m_map->setCurrentAntenna(m_map->antennaAt(index));
-    if (!button->isEnabled()) {
+    if (!m_remoteControlWidget->isAntennaEnabled(index)) {
         qDebug("CVextralRemoteControl::onAtennaButtonChange ----------> ignorado => %d index", index);
-        button->setEnabled(true);
+        m_remoteControlWidget->setAntennaEnabled(index, true);
         return;
     }
     toggleRX(index);
@@ -374,15 +370,9 @@ void CVextralRemoteControl::onAtennaButtonChange(int index, bool state)
 
 void CVextralRemoteControl::onRadioButtonChange(int index, bool state)
 {
+    Q_UNUSED(state)
     toggleRadio(index);
-    const QList<CAntennaButton *> radios = m_remoteControlWidget->radioButtons();
-    for (int i = 0; i < radios.size(); ++i) {
-        const QSignalBlocker blocker(radios[i]);
-        if (i != index)
-            radios[i]->setChecked(false);
-        else if (!state)
-            radios[i]->setChecked(true);
-    }
+    m_remoteControlWidget->showRadio(index);
 }
 
 void CVextralRemoteControl::onRotationStarted()

@@ -218,6 +218,32 @@ void CVextralRemoteControlWidget::showAntennaName(int index, const QString &name
     button->setAccessibleDescription(name);
 }
 
+bool CVextralRemoteControlWidget::isAntennaEnabled(int index) const
+{
+    const CAntennaButton *button = m_antennaButtons.value(index);
+    return button && button->isEnabled();
+}
+
+void CVextralRemoteControlWidget::setAntennaEnabled(int index, bool enabled)
+{
+    if (CAntennaButton *button = m_antennaButtons.value(index))
+        button->setEnabled(enabled);
+}
+
+void CVextralRemoteControlWidget::hideAntenna(int index)
+{
+    if (CAntennaButton *button = m_antennaButtons.value(index))
+        button->hide();
+}
+
+void CVextralRemoteControlWidget::showRadio(int index)
+{
+    for (int i = 0; i < m_radioButtons.size(); ++i) {
+        const QSignalBlocker blocker(m_radioButtons[i]);
+        m_radioButtons[i]->setChecked(i == index);
+    }
+}
+
 void CVextralRemoteControlWidget::showTexts(const QString &title, const QString &largeInfo,
                                             const QString &smallInfo)
 {

@@ -38,6 +38,13 @@ public:
     void place(const PanelGeometry &geometry);
     /// Shows an antenna's name on its button, on a new line after each slash.
     void showAntennaName(int index, const QString &name);
+    /// An antenna's button does nothing while it is disabled.
+    bool isAntennaEnabled(int index) const;
+    void setAntennaEnabled(int index, bool enabled);
+    /// For models that show an antenna in another way. Without a button at `index` nothing happens.
+    void hideAntenna(int index);
+    /// Lights one radio and no other.
+    void showRadio(int index);
     void showTexts(const QString &title, const QString &largeInfo, const QString &smallInfo);
 
     /// Lays the elements out over the present size once more, e.g. after an antenna's name changed.
