@@ -35,16 +35,6 @@ private slots:
         }
     }
 
-    void noTargetIsPendingToo()
-    {
-        CVextralAntenna antenna(":plain.svg", 0);
-        antenna.setTarget(180.0);
-        antenna.setAngle(180.0);
-        QVERIFY(!antenna.hasPendingTarget());
-        antenna.clearTarget();
-        QVERIFY(antenna.hasPendingTarget());
-    }
-
     void rotorIsUsableOnlyWhereTheBoxHasIt()
     {
         struct Case

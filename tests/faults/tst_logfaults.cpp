@@ -84,14 +84,11 @@ private slots:
 
     void theProgramRunsOnWithoutItsFile_data()
     {
-        QTest::addColumn<QString>("trouble");
-        for (const char *trouble :
-             {"a folder in its place", "no permission", "never any room", "the next one is a folder"})
-            QTest::newRow(trouble) << trouble;
+        names({"a folder in its place", "no permission", "never any room", "the next one is a folder"});
     }
     void theProgramRunsOnWithoutItsFile()
     {
-        QFETCH(QString, trouble);
+        const QString trouble = QTest::currentDataTag();
         QFile first(file(0));
         if (trouble == "a folder in its place")
             QVERIFY(QDir().mkpath(file(0)));
@@ -144,25 +141,21 @@ private slots:
 
     void theReaderOfTheEchoHarmsNobody_data()
     {
-        QTest::addColumn<QString>("reader");
-        QTest::newRow("asleep at a pipe") << "pipe";
-        QTest::newRow("asleep at a terminal") << "terminal";
-        QTest::newRow("has gone") << "gone";
-        QTest::newRow("no standard output") << "none";
+        names({"asleep at a pipe", "asleep at a terminal", "has gone", "no standard output"});
     }
     void theReaderOfTheEchoHarmsNobody()
     {
-        QFETCH(QString, reader);
-        const bool isThere = reader == "pipe" || reader == "terminal";
+        const QString reader = QTest::currentDataTag();
+        const bool isThere = reader.startsWith("asleep");
         const QString text(99, 'x');
         int ends[2] = {}; // to read from, to write to
-        QCOMPARE(reader == "terminal" ? openpty(&ends[0], &ends[1], nullptr, nullptr, nullptr) : pipe(ends),
-                 0);
+        const bool isTerminal = reader.endsWith("terminal");
+        QCOMPARE(isTerminal ? openpty(&ends[0], &ends[1], nullptr, nullptr, nullptr) : pipe(ends), 0);
         if (!isThere)
             close(ends[0]);
         QStringList echoed;
         {
-            const Output output(reader == "none" ? -1 : ends[1]);
+            const Output output(reader == "no standard output" ? -1 : ends[1]);
             {
                 CLog log("log", prefix());
                 log.install();
@@ -180,6 +173,12 @@ private slots:
     }
 
 private:
+    static void names(std::initializer_list<const char *> rows)
+    {
+        QTest::addColumn<int>("no value");
+        for (const char *row : rows)
+            QTest::newRow(row) << 0;
+    }
     QString prefix() const { return m_folder->path() + '/'; }
     QString file(int index) const { return prefix() + QString("log%1.txt").arg(index); }
     /// What the lines of the first file say; a part of a record shows as it is.

@@ -7,8 +7,6 @@
 
 #include <cmath>
 
-Q_DECLARE_METATYPE(GeoPosition)
-
 namespace {
 
 constexpr int side = 1600;
@@ -73,49 +71,34 @@ private slots:
         QVERIFY(m_land.size() > 1000);
     }
 
-    void bearingsAndDistancesAreTheGreatCircles_data()
-    {
-        QTest::addColumn<GeoPosition>("from");
-        QTest::addColumn<GeoPosition>("to");
-        QTest::addColumn<double>("bearing");
-        QTest::addColumn<double>("km");
-        // As published for a sphere of this radius.
-        QTest::newRow("Valparaiso to Shanghai")
-            << GeoPosition{-33.0, -71.6} << GeoPosition{31.4, 121.8} << 265.59 << 18743.0;
-        QTest::newRow("Los Angeles to New York")
-            << GeoPosition{33.95, -118.4} << GeoPosition{40.6333, -73.7833} << 65.89 << 3972.9;
-        QTest::newRow("Land's End to John o' Groats")
-            << GeoPosition{50.0664, -5.7147} << GeoPosition{58.6439, -3.07} << 9.12 << 968.9;
-        // As geometry has it: a degree is 111.195 km, a quarter of the way round 10007.5 km.
-        QTest::newRow("across the date line")
-            << GeoPosition{0, 179} << GeoPosition{0, -179} << 90.0 << 222.39;
-        QTest::newRow("over the pole") << GeoPosition{80, 20} << GeoPosition{80, -160} << 0.0 << 2223.9;
-        QTest::newRow("from the north pole") << GeoPosition{90, 0} << GeoPosition{0, 90} << 90.0 << 10007.5;
-        QTest::newRow("from it down its meridian")
-            << GeoPosition{90, 20} << GeoPosition{45, 20} << 180.0 << 5003.8;
-        QTest::newRow("from the south pole")
-            << GeoPosition{-90, 0} << GeoPosition{0, -90} << 270.0 << 10007.5;
-        QTest::newRow("to the south pole")
-            << GeoPosition{-23.5, -46.6} << GeoPosition{-90, 0} << 180.0 << 7394.5;
-        QTest::newRow("nowhere") << GeoPosition{12, 34} << GeoPosition{12, 34} << 0.0 << 0.0;
-    }
     void bearingsAndDistancesAreTheGreatCircles()
     {
-        QFETCH(GeoPosition, from);
-        QFETCH(GeoPosition, to);
-        QFETCH(double, bearing);
-        QFETCH(double, km);
-        const StationProjection map = StationMap::projection(from, side);
-        const StationProjection::Leg leg = map.legTo(unitVectorOf(to));
-        QVERIFY2(std::abs(std::remainder(leg.bearing - bearing, 360.0)) < 0.01 || km == 0.0,
-                 qPrintable(QString::number(leg.bearing)));
-        QVERIFY2(std::abs(leg.distanceKm - km) < 0.6, qPrintable(QString::number(leg.distanceKm)));
-        // North up, clockwise, the opposite point at the rim: written here once more on purpose.
-        const double angle = bearing * M_PI / 180.0;
-        const double radius = km / (M_PI * 6371.0) * map.radius();
-        const QPointF expected(side / 2 + radius * std::sin(angle), side / 2 - radius * std::cos(angle));
-        QVERIFY(distance(map.pixelOf(unitVectorOf(to)), expected) < 0.2);
-        QVERIFY(distance(map.pixelAt(bearing, km), expected) < 0.01);
+        struct Leg
+        {
+            GeoPosition from, to;
+            double bearing, km;
+        };
+        // The first two as published for a sphere of this radius. The others follow from geometry: a degree
+        // is 111.195 km, a quarter of the way round 10007.5 km.
+        for (const auto &[from, to, bearing, km] :
+             {Leg{{-33.0, -71.6}, {31.4, 121.8}, 265.59, 18743.0},
+              Leg{{50.0664, -5.7147}, {58.6439, -3.07}, 9.12, 968.9}, Leg{{0, 179}, {0, -179}, 90.0, 222.39},
+              Leg{{80, 20}, {80, -160}, 0.0, 2223.9}, Leg{{90, 0}, {0, 90}, 90.0, 10007.5},
+              Leg{{90, 20}, {45, 20}, 180.0, 5003.8}, Leg{{-90, 0}, {0, -90}, 270.0, 10007.5},
+              Leg{{-23.5, -46.6}, {-90, 0}, 180.0, 7394.5}, Leg{{12, 34}, {12, 34}, 0.0, 0.0}}) {
+            const StationProjection map = StationMap::projection(from, side);
+            const StationProjection::Leg leg = map.legTo(unitVectorOf(to));
+            const QByteArray row =
+                QString("%1 degrees, %2 km").arg(leg.bearing).arg(leg.distanceKm).toLatin1();
+            QVERIFY2(std::abs(std::remainder(leg.bearing - bearing, 360.0)) < 0.01 || km == 0.0, row);
+            QVERIFY2(std::abs(leg.distanceKm - km) < 0.6, row);
+            // North up, clockwise, the opposite point at the rim: written here once more on purpose.
+            const double angle = bearing * M_PI / 180.0;
+            const double radius = km / (M_PI * 6371.0) * map.radius();
+            const QPointF expected(side / 2 + radius * std::sin(angle), side / 2 - radius * std::cos(angle));
+            QVERIFY2(distance(map.pixelOf(unitVectorOf(to)), expected) < 0.2, row);
+            QVERIFY2(distance(map.pixelAt(bearing, km), expected) < 0.01, row);
+        }
     }
 
     void theRimIsTheOppositePoint()
@@ -162,69 +145,42 @@ private slots:
         }
     }
 
-    void locatorsNameTheMiddleOfTheirSquare_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<bool>("isGood");
-        QTest::addColumn<double>("latitude");
-        QTest::addColumn<double>("longitude");
-        const auto good = [](const char *text, double latitude, double longitude) {
-            QTest::newRow(text) << text << true << latitude << longitude;
-        };
-        good("FN31pr", 41.72917, -72.70833);
-        good("JN58td", 48.14583, 11.62500);
-        good("jn58TD25", 48.14792, 11.60417);
-        good(" GG66 ", -23.5, -47.0);
-        good("AA00aa", -89.97917, -179.95833);
-        good("RR99xx99", 89.99792, 179.99583);
-        for (const char *text : {"", "J", "JO", "JO2", "JO22y", "JO22db1", "JO22db123", "SA00", "AS00",
-                                 "JO22ya", "JO22ay", "22JO", "JOdb22", "JO 22", "JO22-b", "JÖ22"})
-            QTest::newRow(text) << QString(text) << false << 0.0 << 0.0;
-    }
     void locatorsNameTheMiddleOfTheirSquare()
     {
-        QFETCH(QString, text);
-        QFETCH(double, latitude);
-        QFETCH(double, longitude);
-        const std::optional<GeoPosition> position = PositionText::positionOfLocator(text);
-        QTEST(position.has_value(), "isGood");
-        if (!position)
-            return;
-        QVERIFY2(std::abs(position->latitude - latitude) < 1e-4,
-                 qPrintable(QString::number(position->latitude)));
-        QVERIFY2(std::abs(position->longitude - longitude) < 1e-4,
-                 qPrintable(QString::number(position->longitude)));
-        const QString locator = PositionText::locatorOf(*position);
-        QCOMPARE(locator.size(), 6);
-        QVERIFY(locator.startsWith(text.trimmed().left(6), Qt::CaseInsensitive));
+        const std::pair<const char *, GeoPosition> squares[] = {{"FN31pr", {41.72917, -72.70833}},
+                                                                {"jn58TD25", {48.14792, 11.60417}},
+                                                                {" GG66 ", {-23.5, -47.0}},
+                                                                {"AA00aa", {-89.97917, -179.95833}},
+                                                                {"RR99xx99", {89.99792, 179.99583}}};
+        for (const auto &[text, middle] : squares) {
+            const std::optional<GeoPosition> position = PositionText::positionOfLocator(text);
+            QVERIFY2(position && std::abs(position->latitude - middle.latitude) < 1e-4, text);
+            QVERIFY2(std::abs(position->longitude - middle.longitude) < 1e-4, text);
+            const QString locator = PositionText::locatorOf(*position);
+            QVERIFY2(locator.size() == 6, text);
+            QVERIFY2(locator.startsWith(QString(text).trimmed().left(6), Qt::CaseInsensitive), text);
+        }
+        for (const char *text : {"", "J", "JO", "JO2", "JO22y", "JO22db1", "JO22db123", "SA00", "AS00",
+                                 "JO22ya", "JO22ay", "22JO", "JOdb22", "JO 22", "JO22-b", "JÖ22"})
+            QVERIFY2(!PositionText::positionOfLocator(text), text);
     }
 
-    void coordinatesAreReadAsTheyAreWritten_data()
-    {
-        QTest::addColumn<bool>("isLatitude");
-        QTest::addColumn<QString>("degrees"); // empty: refused
-        const auto add = [](const char *text, bool isLatitude, const char *degrees) {
-            QTest::addRow("%s", text) << isLatitude << degrees;
-        };
-        for (const char *text : {"-23.5", "23.5S", "s 23,5", "23 30 S", "23°30'00\"S", "S23 29.5 30"})
-            add(text, true, "-23.5");
-        add("+90", true, "90");
-        add("180", false, "180");
-        add("46 36 W", false, "-46.6");
-        add("0.00004", true, "0");
-        for (const char *text : {"", "S", "-", "90.1", "-91", "23,5 W", "-23 S", "N 23 S", "23 60", "23.5.1",
-                                 "1e1", "0x10", "nan", "23 30 15 10", "--23", "23 -30"})
-            add(text, true, "");
-        add("180 0 1", false, "");
-        add("10 N", false, "");
-    }
     void coordinatesAreReadAsTheyAreWritten()
     {
-        QFETCH(bool, isLatitude);
-        const QString text = QString::fromUtf8(QTest::currentDataTag());
-        const std::optional<double> degrees =
-            isLatitude ? PositionText::latitudeOf(text) : PositionText::longitudeOf(text);
-        QTEST(degrees ? PositionText::textOf(*degrees) : QString(), "degrees");
+        const auto latitude = [](const char *text) {
+            const std::optional<double> degrees = PositionText::latitudeOf(text);
+            return degrees ? PositionText::textOf(*degrees) : "refused";
+        };
+        for (const char *text : {"-23.5", "23.5S", "s 23,5", "23 30 S", "23°30'00\"S", "S23 29.5 30"})
+            QVERIFY2(latitude(text) == "-23.5", text);
+        QCOMPARE(latitude("+90"), QString("90"));
+        QCOMPARE(latitude("0.00004"), QString("0"));
+        for (const char *text : {"", "S", "-", "90.1", "-91", "23,5 W", "-23 S", "N 23 S", "23 60", "23.5.1",
+                                 "1e1", "0x10", "nan", "23 30 15 10", "--23", "23 -30"})
+            QVERIFY2(latitude(text) == "refused", text);
+        QCOMPARE(PositionText::longitudeOf("180").value_or(0), 180.0);
+        QCOMPARE(PositionText::longitudeOf("46 36 W").value_or(0), -46.6);
+        QVERIFY(!PositionText::longitudeOf("180 0 1") && !PositionText::longitudeOf("10 N"));
     }
 
     void aMapFileKeepsItsLookAndItsStation()

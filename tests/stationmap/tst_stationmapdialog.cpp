@@ -29,47 +29,37 @@ private slots:
     void initTestCase() { initResources(); }
     void init() { removeSettingsAndMaps(); }
 
-    void whatIsTypedIsCheckedAndFillsInTheOtherFields_data()
-    {
-        QTest::addColumn<QString>("field");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>(
-            "shown"); // locator | latitude | longitude; "!" is a message beside the field
-        QTest::addColumn<bool>("isGood");
-        const auto add = [](const char *field, const char *text, const char *shown, bool isGood) {
-            QTest::addRow("%s %s", field, text) << field << text << shown << isGood;
-        };
-        add("locator", "gg66rp", "gg66rp|-23.3542|-46.5417", true);
-        add("locator", "gg66r", "gg66r!||", false);
-        add("locator", "", "||", false);
-        add("latitude", "35 39 N", "PM95up|35 39 N|139.7083", true);
-        add("latitude", "91", "|91!|139.7083", false);
-        add("latitude", "", "|!|139.7083", false);
-        add("longitude", "-180", "AM05ap|35.6458|-180", true);
-        add("longitude", "39 E W", "|35.6458|39 E W!", false);
-    }
     void whatIsTypedIsCheckedAndFillsInTheOtherFields()
     {
-        QFETCH(QString, field);
-        QFETCH(QString, text);
-        QFETCH(QString, shown);
-        QFETCH(bool, isGood);
-        CStationMapDialog dialog("/nowhere/map.png");
-        QVERIFY(!okButton(dialog)->isEnabled());
-        type(dialog, "locator", "PM95up");
-        QVERIFY(okButton(dialog)->isEnabled());
-        type(dialog, field, text);
-        QStringList fields;
-        for (const char *name : {"locator", "latitude", "longitude"}) {
-            const QLineEdit *edit = editOf(dialog, name);
-            fields << edit->text() + (edit->accessibleDescription().isEmpty() ? "" : "!");
+        struct Row
+        {
+            QString field, text;
+            QString shown; // locator | latitude | longitude; "!" is a message beside the field
+            bool isGood;
+        };
+        for (const Row &row :
+             {Row{"locator", "gg66rp", "gg66rp|-23.3542|-46.5417", true},
+              Row{"locator", "gg66r", "gg66r!||", false}, Row{"locator", "", "||", false},
+              Row{"latitude", "35 39 N", "PM95up|35 39 N|139.7083", true},
+              Row{"latitude", "91", "|91!|139.7083", false}, Row{"latitude", "", "|!|139.7083", false},
+              Row{"longitude", "-180", "AM05ap|35.6458|-180", true},
+              Row{"longitude", "39 E W", "|35.6458|39 E W!", false}}) {
+            CStationMapDialog dialog("/nowhere/map.png");
+            QVERIFY(!okButton(dialog)->isEnabled());
+            type(dialog, "locator", "PM95up");
+            QVERIFY(okButton(dialog)->isEnabled());
+            type(dialog, row.field, row.text);
+            QStringList fields;
+            for (const char *name : {"locator", "latitude", "longitude"}) {
+                const QLineEdit *edit = editOf(dialog, name);
+                fields << edit->text() + (edit->accessibleDescription().isEmpty() ? "" : "!");
+            }
+            QCOMPARE(fields.join('|'), row.shown);
+            QCOMPARE(okButton(dialog)->isEnabled(), row.isGood);
+            const QList<QLabel *> labels = dialog.findChildren<QLabel *>();
+            const auto explains = [](const QLabel *label) { return label->text().contains("such as"); };
+            QCOMPARE(std::any_of(labels.begin(), labels.end(), explains), row.shown.contains('!'));
         }
-        QCOMPARE(fields.join('|'), shown);
-        QCOMPARE(okButton(dialog)->isEnabled(), isGood);
-        const QList<QLabel *> labels = dialog.findChildren<QLabel *>();
-        QCOMPARE(std::any_of(labels.begin(), labels.end(),
-                             [](const QLabel *label) { return label->text().contains("such as"); }),
-                 shown.contains('!'));
     }
 
     void thePreviewFollowsTheTyping()

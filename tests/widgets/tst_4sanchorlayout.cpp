@@ -2,6 +2,8 @@
 
 #include <QtTest>
 
+#include <array>
+
 namespace {
 
 QRect corners(int x1, int y1, int x2, int y2)
@@ -16,29 +18,27 @@ class Test4SAnchorLayout : public QObject
     Q_OBJECT
 
 private slots:
-    void childrenFollowTheirModes_data()
-    {
-        QTest::addColumn<QVector<int>>("modes"); // left, top, right, bottom
-        QTest::addColumn<QRect>("geometry");
-        QTest::newRow("move across, stretch down") << QVector<int>{2, 1, 2, 2} << corners(110, 20, 139, 109);
-        QTest::newRow("stretch across, move down") << QVector<int>{1, 2, 2, 2} << corners(60, 90, 139, 109);
-        QTest::newRow("free left, bottom") << QVector<int>{0, 1, 2, 0} << corners(5, 20, 139, 45);
-        QTest::newRow("free top, right") << QVector<int>{1, 0, 3, 1} << corners(60, 8, 99, 39);
-        QTest::newRow("scale, others ignored") << QVector<int>{3, 1, 2, 0} << corners(90, 48, 133, 93);
-    }
     void childrenFollowTheirModes()
     {
-        QFETCH(QVector<int>, modes);
-        QWidget container;
-        container.resize(100, 50);
-        QWidget child(&container);
-        child.setGeometry(corners(60, 20, 89, 39));
-        C4SAnchorLayout layout(&container);
-        layout.addWidget(modes[0], modes[1], modes[2], modes[3], &child);
-        child.setGeometry(corners(5, 8, 99, 45));
-        container.resize(150, 120);
-        layout.relayout();
-        QTEST(child.geometry(), "geometry");
+        const std::pair<std::array<int, 4>, QRect> rows[] = {
+            {{2, 1, 2, 2},
+             corners(110, 20, 139, 109)}, // left, top, right, bottom: moves across, stretches down
+            {{1, 2, 2, 2}, corners(60, 90, 139, 109)},
+            {{0, 1, 2, 0}, corners(5, 20, 139, 45)}, // free left and bottom
+            {{1, 0, 3, 1}, corners(60, 8, 99, 39)},
+            {{3, 1, 2, 0}, corners(90, 48, 133, 93)}}; // scales, the others are ignored
+        for (const auto &[modes, geometry] : rows) {
+            QWidget container;
+            container.resize(100, 50);
+            QWidget child(&container);
+            child.setGeometry(corners(60, 20, 89, 39));
+            C4SAnchorLayout layout(&container);
+            layout.addWidget(modes[0], modes[1], modes[2], modes[3], &child);
+            child.setGeometry(corners(5, 8, 99, 45));
+            container.resize(150, 120);
+            layout.relayout();
+            QCOMPARE(child.geometry(), geometry);
+        }
     }
 };
 

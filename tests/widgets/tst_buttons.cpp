@@ -42,45 +42,35 @@ private slots:
         QCOMPARE(glow(), QColor(Qt::blue));
     }
 
-    void aCaptionWrapsThenShrinksThenIsCut_data()
-    {
-        QTest::addColumn<QString>("caption");
-        QTest::addColumn<QSize>("room");
-        QTest::addColumn<QRegularExpression>("shown"); // a line break is shown as "|"
-        QTest::addColumn<int>("pixelSize");
-        const auto row = [](const char *caption, const QSize &room, const char *shown, int pixelSize) {
-            QTest::newRow(caption) << caption << room << QRegularExpression(QString("^%1$").arg(shown))
-                                   << pixelSize;
-        };
-        row("20m", {90, 60}, "20m", 18);
-        row("&20m", {90, 60}, "&20m", 18);
-        row("North\nEast", {90, 60}, "North\\|East", 18);
-        row("Yagi A&&B", {60, 60}, "Yagi\\|A&&B", 18);
-        row("Beverage", {60, 60}, "Beverage", 0);
-        row("Beverage North East again", {60, 40}, "Beverage\\|North East\\|again", 0);
-        row("Beveragebeverage&&beverage", {60, 60}, "Beve[a-z]*\u2026", 9);
-        row("&&&&&&&&&&&&&&&&", {40, 60}, "(&&)+\u2026", 9);
-        row("a b c d", {12, 20}, ".*\u2026", 9);
-        row("", {60, 60}, "", 18);
-        row("no room", {-12, 0}, "no room", 18);
-    }
     void aCaptionWrapsThenShrinksThenIsCut()
     {
-        QFETCH(QString, caption);
-        QFETCH(QSize, room);
-        QFETCH(QRegularExpression, shown);
-        QFETCH(int, pixelSize);
-        QFont font;
-        const FittedCaption fitted = fittedCaption(caption, font, room, 18);
-        const QString text = QString(fitted.text).replace('\n', '|');
-        QVERIFY2(shown.match(text).hasMatch(), qUtf8Printable(text));
-        if (pixelSize > 0)
-            QCOMPARE(fitted.pixelSize, pixelSize);
-        else
-            QVERIFY(fitted.pixelSize > 9 && fitted.pixelSize < 18);
-        font.setPixelSize(fitted.pixelSize);
-        const QSize needed = QFontMetrics(font).size(Qt::TextShowMnemonic, fitted.text);
-        QVERIFY(room.isEmpty() || needed.width() <= room.width());
+        constexpr int between = 0;
+        struct Row
+        {
+            QString caption;
+            QSize room;
+            QString shown; // a pattern, with "|" for a line break
+            int pixelSize;
+        };
+        for (const Row &row :
+             {Row{"20m", {90, 60}, "20m", 18}, Row{"&20m", {90, 60}, "&20m", 18},
+              Row{"North\nEast", {90, 60}, "North\\|East", 18}, Row{"Yagi A&&B", {60, 60}, "Yagi\\|A&&B", 18},
+              Row{"Beverage", {60, 60}, "Beverage", between},
+              Row{"Beverage North East again", {60, 40}, "Beverage\\|North East\\|again", between},
+              Row{"Beveragebeverage&&beverage", {60, 60}, "Beve[a-z]*\u2026", 9},
+              Row{"&&&&&&&&&&&&&&&&", {40, 60}, "(&&)+\u2026", 9}, Row{"a b c d", {12, 20}, ".*\u2026", 9},
+              Row{"", {60, 60}, "", 18}, Row{"no room", {-12, 0}, "no room", 18}}) {
+            QFont font;
+            const FittedCaption fitted = fittedCaption(row.caption, font, row.room, 18);
+            const QString text = QString(fitted.text).replace('\n', '|');
+            QVERIFY2(QRegularExpression('^' + row.shown + '$').match(text).hasMatch(), qUtf8Printable(text));
+            const bool isBetween = fitted.pixelSize > 9 && fitted.pixelSize < 18;
+            QVERIFY2(row.pixelSize == between ? isBetween : fitted.pixelSize == row.pixelSize,
+                     qUtf8Printable(text));
+            font.setPixelSize(fitted.pixelSize);
+            const QSize needed = QFontMetrics(font).size(Qt::TextShowMnemonic, fitted.text);
+            QVERIFY2(row.room.isEmpty() || needed.width() <= row.room.width(), qUtf8Printable(text));
+        }
     }
 
     void aButtonPaintsItsFittedCaptionAndKeepsTheWholeOne()
@@ -118,41 +108,37 @@ private slots:
         QVERIFY(!held.isLongPressed());
     }
 
-    void leavingTheEditorReportsOnce_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<int>("opensAt");
-        QTest::addColumn<int>("key");
-        QTest::newRow("Return") << "359" << 359 << int(Qt::Key_Return);
-        QTest::newRow("Enter") << "045" << 45 << int(Qt::Key_Enter);
-        QTest::newRow("focus lost") << "M1" << 0 << 0;
-        QTest::newRow("below the range") << "-5" << 359 << 0;
-    }
     void leavingTheEditorReportsOnce()
     {
-        QFETCH(QString, text);
-        QFETCH(int, opensAt);
-        QFETCH(int, key);
         QDialog window; // where a stray Return would click the button
         CMemoryButton button(&window);
         window.show();
         QVERIFY(QTest::qWaitForWindowActive(&window));
         QSignalSpy values(&button, &CMemoryButton::onMemoryValueChanged);
         QSignalSpy clicks(&button, &CMemoryButton::clicked);
-
-        button.setText(text);
-        QVERIFY(QMetaObject::invokeMethod(&button, "timeout")); // of a long press
-        QTRY_VERIFY(editor(button)->hasFocus());
-        QCOMPARE(editor(button)->value(), opensAt);
-        QTest::keyClick(editor(button), Qt::Key_Up);
-        if (key == 0)
-            editor(button)->clearFocus();
-        else
-            QTest::keyClick(editor(button), Qt::Key(key));
-        const int wrapped = (opensAt + 1) % 360;
-        QCOMPARE(values, (QList<QVariantList>{{wrapped}}));
-        QCOMPARE(button.text(), QString::number(wrapped));
-        QVERIFY(editor(button)->isHidden() && clicks.isEmpty());
+        struct Row
+        {
+            const char *text;
+            int opensAt, key; // 0: the focus is lost
+        };
+        for (const auto &[text, opensAt, key] :
+             {Row{"359", 359, Qt::Key_Return}, Row{"045", 45, Qt::Key_Enter}, Row{"M1", 0, 0},
+              Row{"-5", 359, 0}}) {
+            values.clear();
+            button.setText(text);
+            QVERIFY(QMetaObject::invokeMethod(&button, "timeout")); // of a long press
+            QTRY_VERIFY(editor(button)->hasFocus());
+            QCOMPARE(editor(button)->value(), opensAt);
+            QTest::keyClick(editor(button), Qt::Key_Up);
+            if (key == 0)
+                editor(button)->clearFocus();
+            else
+                QTest::keyClick(editor(button), Qt::Key(key));
+            const int wrapped = (opensAt + 1) % 360;
+            QCOMPARE(values, (QList<QVariantList>{{wrapped}}));
+            QCOMPARE(button.text(), QString::number(wrapped));
+            QVERIFY(editor(button)->isHidden() && clicks.isEmpty());
+        }
     }
 
 private:
