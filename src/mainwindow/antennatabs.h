@@ -28,7 +28,7 @@ public:
 
     /// Makes an editor for each antenna.
     void createEditors();
-    /// Gives the antennas, their editors and their displays on `map` what the settings hold of them.
+    /// Applies the settings to the antennas, their editors and their displays on `map`.
     void apply(const CSettings &settings, CVextralAzimuthalWidget *map);
 
     /// Brings the antenna's tab to the front; its rotor stays as it is.

@@ -3,8 +3,8 @@
 class CSettingsDIalog;
 class CVextralRemoteControl;
 
-/// The two objects of which a process has one each. The window that owns them sets them and clears them; both
-/// are null before it stands and after it is gone.
+/// The process's one controller and one settings dialog. The window that owns them sets and clears them; both
+/// are null before that window is made and after it is gone.
 namespace CurrentObjects {
 
 CVextralRemoteControl *controller();

@@ -31,7 +31,7 @@ public:
     bool press(int key);
     bool release(int key);
 
-    /// The keys are no longer held: stops the rotation.
+    /// The keys were let go: stops the rotation.
     void letGo();
     /// The rotation ended otherwise.
     void forget();

@@ -35,7 +35,7 @@
 
 namespace {
 
-/// Two key presses of one search in a list may lie this far apart; operators look away from the keyboard.
+/// The longest pause between two key presses of one search in a list; operators look away from the keyboard.
 constexpr int keyboardInputIntervalMs = 30000;
 
 constexpr double zoomStep = 0.2;
@@ -79,7 +79,7 @@ CMainWindow::~CMainWindow()
     tearDown();
 }
 
-/// Takes the window apart while everything that its parts call is still there.
+/// Deletes the parts of the window while everything that they use still exists.
 void CMainWindow::tearDown()
 {
     m_settingsDialog->close();

@@ -13,14 +13,14 @@
 
 namespace {
 
-/// Degrees folded once into 0..359; nothing when one turn does not reach there.
+/// Degrees folded once into 0..359; none when they are more than one turn outside.
 std::optional<int> foldedAzimuth(int degrees)
 {
     const int folded = foldedDegrees(degrees);
     return folded >= 0 && folded < 360 ? std::optional<int>(folded) : std::nullopt;
 }
 
-/// What a memory holds; nothing while it carries a label.
+/// The azimuth of a memory; none while it has a label.
 std::optional<int> azimuthOfMemory(const QString &text)
 {
     bool isNumber = false;

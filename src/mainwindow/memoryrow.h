@@ -36,7 +36,7 @@ public:
 
     /// The controller starts to rotate to an angle, in degrees.
     void showStart(double angle);
-    /// The antenna is on its way to none of them.
+    /// The antenna no longer turns to any of them.
     void showRest() { light(nullptr); }
     /// Closes open editors and takes their values.
     void finishEdits();
@@ -48,13 +48,13 @@ private:
     /// Turns the current antenna; the button is lit while the antenna is under way.
     void approach(QPushButton *button, int azimuth);
     void light(const QPushButton *approached);
-    /// A target that still waits lights no button either.
+    /// A target that still waits does not light a button.
     void giveUpRecall();
 
     std::vector<CMemoryButton *> m_memories;
     QPushButton *m_opposite;
     CVextralAzimuthalWidget *m_map;
-    /// The button recalled last and where it leads, in degrees.
+    /// The button recalled last and its azimuth in degrees.
     QPushButton *m_recalled = nullptr;
     int m_recalledAzimuth = 0;
 };

@@ -7,7 +7,7 @@ class CSettingsDIalog;
 class CVextralRemoteControl;
 class QWidget;
 
-/// The process's one settings dialog in the hands of a window, which lends it its antennas' tabs:
+/// Opens the process's one settings dialog for a window and lends it the antennas' tabs meanwhile:
 ///
 ///     open() --the dialog closes--> the tabs are back, their names are kept or dropped --OK--> accepted()
 ///

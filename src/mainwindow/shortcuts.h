@@ -8,8 +8,8 @@
 class QAbstractButton;
 class QAction;
 
-/// The window's keys, each of which stands for an operation of the window or for a button in a row of them. A
-/// key may serve only one shortcut: two on the same key never fire.
+/// The window's keys. Each calls an operation of the window or clicks a button in a row of buttons. A key may
+/// have only one shortcut: with two on the same key neither fires.
 class Shortcuts
 {
 public:
@@ -53,10 +53,10 @@ public:
         }
     }
 
-    /// The position in its row of the button that a shortcut stands for, -1 for one without a row.
+    /// The position in its row of the button that a shortcut clicks, -1 for a shortcut without a row.
     int positionOf(const QObject *shortcut) const { return m_positions.value(shortcut, -1); }
 
-    /// Clicks the button in a row that a shortcut stands for.
+    /// Clicks the button of a shortcut in its row.
     template <typename Button>
     void clickButtonOf(const QObject *shortcut, const QList<Button *> &row) const
     {

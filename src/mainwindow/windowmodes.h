@@ -24,7 +24,7 @@ public:
 
     /// Takes the size of each mode over.
     void takeSizes(const CSettings &settings);
-    /// Goes into `mode`, an InterfaceMode; the controller is told any other number too.
+    /// Enters `mode`, an InterfaceMode; the controller receives any other number too.
     void apply(int mode);
     /// Gives empty frames no room.
     void fitFramesToContent();
@@ -32,9 +32,9 @@ public:
     void openProperties();
     void closeProperties();
 
-    /// The window has another size now.
+    /// The window's size changed.
     void followResize();
-    /// Says in the empty map where a map image can be chosen, when there is none.
+    /// Without a map image, shows in the empty map where one can be chosen.
     void showMapNotice();
 
 private:

@@ -3,6 +3,6 @@
 class CVextralRemoteControl;
 class QString;
 
-/// What the window of a controller is called: its model, and the relay box with its number where the model's
-/// boxes have one.
+/// The title of a controller's window: its model, and the number and name of the relay box if the model's
+/// boxes have a number.
 QString windowTitleOf(CVextralRemoteControl &controller);

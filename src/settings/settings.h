@@ -11,7 +11,7 @@ class QSettings;
 /// The whole configuration, as a plain record. Constructing one loads the settings file beside the
 /// executable; whoever changes fields calls save() at once. Nothing is kept between loads, so the file is
 /// what all users share, other copies of the program included: of two changes in one moment the later one
-/// wins, and a change by another copy is told in the log.
+/// wins, and a change by another copy is logged.
 ///
 /// Element i of colors, enabled, rotorIds, angles and names belongs to antenna i.
 class CSettings
@@ -25,11 +25,11 @@ public:
     CSettings();
 
     void load();
-    /// Writes every key. A file that cannot be written whole stays as it was, which is told in the log.
+    /// Writes every key. A file that cannot be written whole stays as it was, which is logged.
     void save() const;
 
-    /// Load-modify-save of one antenna's direction, in degrees. An antenna that the file has no place for is
-    /// left out.
+    /// Loads the file, sets one antenna's direction in degrees, and saves it. Antennas beyond the ten of the
+    /// file are ignored.
     static void storeAngle(int antennaIndex, double degrees);
 
     qint32 relayBoxId = 0;

@@ -44,7 +44,7 @@ public:
     ///
     /// Returns the settings that are valid then. Their relayBoxId is always `next`, even where the file could
     /// not be written, so that the caller never takes a box for another one again and again. A configuration
-    /// that could not be kept is not replaced, which is told in the log.
+    /// that could not be kept is not replaced, which is logged.
     CSettings exchange(int current, int next);
 
 private:
@@ -61,7 +61,7 @@ private:
     bool replace(const std::function<bool(const QString &draft)> &makeDraft);
     bool bringBack(const QString &kept);
 
-    /// Nothing before the first load.
+    /// None before the first load.
     std::optional<State> m_lastSeen;
     /// The box whose configuration is in the file although another one is connected, after an exchange that
     /// failed.

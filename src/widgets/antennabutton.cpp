@@ -80,7 +80,6 @@ void CAntennaButton::composeToolTip()
 {
     m_composedToolTip = m_givenToolTip;
     if (shownText() != text()) {
-        // The description is the name as it was typed, where a model gives one.
         const QString name =
             accessibleDescription().isEmpty() ? nameOfCaption(text()) : accessibleDescription();
         m_composedToolTip = m_givenToolTip.isEmpty() ? name : name + QLatin1Char('\n') + m_givenToolTip;

@@ -16,15 +16,15 @@ public:
     explicit CAntennaButton(const QString &text, QWidget *parent = nullptr);
 
     QColor color() const { return m_color; }
-    /// Takes the colour as the glow and shows it at once, even over the red look.
+    /// Sets the colour of the glow and shows it at once, also in the red state.
     void setColor(const QColor &color);
 
     bool isRedState() const { return m_redState; }
     /// Leaving the red state shows a white glow until the next setColor().
     void setRedState(bool red);
 
-    /// Shows the caption in `pixelSize`, or as it fits into the button as it is now: see fittedCaption().
-    /// text() stays whole; where less of it is seen, the tool tip begins with all of it.
+    /// Shows the caption in `pixelSize`, or fitted into the present size of the button by fittedCaption().
+    /// text() stays whole; when it is cut, the tool tip begins with all of it.
     void fitCaption(int pixelSize);
 
 signals:
@@ -39,13 +39,13 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    /// What of text() is seen.
+    /// The part of text() that is shown.
     QString shownText() const;
     void composeToolTip();
 
     QColor m_color = Qt::white;
     bool m_redState = false;
-    /// The text that was fitted, and what is seen of it.
+    /// The text that was fitted, and the part of it that is shown.
     QString m_wholeText;
     QString m_fittedText;
     /// The tool tip as others set it, and as it was made of that.

@@ -23,7 +23,7 @@ bool fits(const QSizeF &needed, const QSizeF &room)
     return needed.width() <= room.width() && needed.height() <= room.height();
 }
 
-/// The lines of `name`, broken between words where one would get wider than `width`.
+/// Breaks `name` into lines between words, each at most `width` wide where possible.
 QStringList wrapped(const QString &name, const QFontMetrics &metrics, double width)
 {
     QStringList lines;
@@ -44,8 +44,8 @@ QStringList wrapped(const QString &name, const QFontMetrics &metrics, double wid
     return lines;
 }
 
-/// The largest size in which the wrapped name fits, measured in one size and scaled: each size that is
-/// measured costs a search for its font.
+/// The largest size in which the wrapped name fits. It is measured in one size and scaled, because Qt
+/// searches for a font for each size that is measured.
 int fittingSize(const QString &name, const QFontMetrics &usual, const QSize &room, int usualSize)
 {
     for (int size = usualSize; size > smallestPixelSize; --size) {
@@ -57,7 +57,7 @@ int fittingSize(const QString &name, const QFontMetrics &usual, const QSize &roo
     return smallestPixelSize;
 }
 
-/// As many lines as the room is high, each at most as long as it is wide.
+/// As many lines as fit the height, each cut to the width.
 QString cut(QStringList lines, const QFontMetrics &metrics, const QSize &room)
 {
     const int possible = std::max(1, room.height() / metrics.lineSpacing());

@@ -12,7 +12,7 @@ class CMemoryButtonSpinEdit;
 ///                                         editing --press anywhere else -------> idle (value reported)
 ///                                         editing --Escape---------------------> idle (value dropped)
 ///
-/// The editor is a child that lies over the top of the button. A text that is no number opens it at 0. A
+/// The editor is a child over the top of the button. A text that is no number opens it at 0. A
 /// press beside it on its own button ends the edit and is no click.
 class CMemoryButton : public QPushButton
 {

@@ -6,8 +6,8 @@ class QLabel;
 class QString;
 class QWidget;
 
-/// Makes what stands on a front panel, in its look, as the panel's child. None takes the focus; labels and
-/// indicators let the mouse through to the panel.
+/// Makes the elements of a front panel as its children. None takes the focus; labels and indicators let the
+/// mouse through to the panel.
 namespace PanelElements {
 
 CAntennaButton *antennaButton(const QString &text, QWidget *panel);

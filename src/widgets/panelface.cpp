@@ -30,7 +30,7 @@ QPainterPath rectanglePath(const QRectF &rectangle)
     return path;
 }
 
-/// A shadow over `area` that begins at `from` and is gone shadeLength pixels further on in `direction`.
+/// A shadow over `area` that fades from `from` over shadeLength pixels in `direction`.
 void paintShade(QPainter &painter, const QRectF &area, const QPointF &from, const QPointF &direction)
 {
     QLinearGradient gradient(from, from + direction * shadeLength);
@@ -62,7 +62,6 @@ void paintPanelFace(QPainter &painter, const QRect &face, const QRect &screen)
 {
     // Not smoothed, or at a fractional scale what was there before would shine through the edges.
     painter.fillRect(face, nearBlack);
-    // All there is: the separate hint for high quality has meant the same since Qt 5.14.
     painter.setRenderHint(QPainter::Antialiasing);
     paintFace(painter, QRectF(face).adjusted(1, 1, -1, -1));
     if (!screen.isEmpty())

@@ -3,6 +3,6 @@
 class QPainter;
 class QRect;
 
-/// Paints the front of a panel: a grey metal face, a dark screen let into it unless `screen` is empty, and
-/// shadows where the surface curves away. Rectangles are in the painter's pixels.
+/// Paints the front of a panel: a grey metal face, a dark screen unless `screen` is empty, and shadows at the
+/// edges. Rectangles are in the painter's pixels.
 void paintPanelFace(QPainter &painter, const QRect &face, const QRect &screen);

@@ -35,7 +35,7 @@ constexpr QSize columnTransmitSize(24, 20);
 /// From its left edge to the column's right one.
 constexpr unsigned transmitFromRight = 28;
 constexpr int powerLeft = 20;
-/// More than there is room for: the labels end beyond the panel.
+/// Wider than the room: the labels end beyond the panel.
 constexpr int columnInfoWidth = 100;
 constexpr QPoint columnTitleCorner(10, 1);
 

@@ -19,8 +19,8 @@ struct PanelTraits
     QSize logo;
 };
 
-/// Where everything stands on a front panel, in its pixels: a function of the panel's size and of what the
-/// model has. Models choose one of the arrangements, or place their panel themselves.
+/// The places of everything on a front panel, in its pixels, as a function of the panel's size and of what
+/// the model has. Models choose one of the arrangements, or lay their panel out themselves.
 ///
 ///     inRows             title              inColumns          title
 ///             logo |  antennas  | info              logo |  TX   TX   TX  | info
@@ -35,14 +35,14 @@ struct PanelGeometry
     static PanelGeometry inColumns(const QSize &panel, const PanelTraits &traits);
     static constexpr QSize smallestInColumns{418, 100};
 
-    /// The dark screen in the middle of the face, between what stands on its left and on its right.
+    /// The dark screen in the middle of the face.
     static QRect screen(const QSize &panel, const PanelTraits &traits);
 
     std::vector<QRect> antennas;
     std::vector<QRect> transmitLines;
     std::vector<QRect> radios;
 
-    // Null for what the panel has not, or does not show.
+    // Null for elements that the panel does not have or does not show.
     QRect power;
     QRect send;
     QRect split;

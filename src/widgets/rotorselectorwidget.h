@@ -5,7 +5,7 @@
 
 /// Strip of square cells to pick a rotor from: "X" for none, then 1, 2, ...
 ///
-/// Cells count from 0 ("X"); the index seen from outside is the cell - 1, so -1 stands for no rotor. The
+/// Cells count from 0 ("X"); the index seen from outside is the cell - 1, so -1 means no rotor. The
 /// strip is three cells wide whatever the count, and a click picks by thirds of it: the index reported may be
 /// a rotor that does not exist, which the receiver has to ignore.
 class CRotorSelectorWidget : public QWidget

@@ -29,7 +29,7 @@ constexpr int usualCaption = 11;
 constexpr int largestCaption = 22;
 constexpr int captionsInAButton = 5;
 
-/// Of a logo that cannot be read.
+/// For a logo that cannot be read.
 constexpr QSize logoSize(80, 36);
 
 PanelTraits traitsOf(CVextralRemoteControl &model)
@@ -290,7 +290,7 @@ void CVextralRemoteControlWidget::showLine(const LineState &state)
     if (m_powerIndicator)
         lamp = m_powerIndicator;
     lamp->setToolTip(describe(state));
-    // A screen reader need not hear each second of a silence, nor the same at each poll.
+    // A screen reader should not announce each second of a silence, nor the same text at each poll.
     LineState described = state;
     described.silentSeconds = 0;
     const QString description = describe(described);

@@ -20,8 +20,8 @@ struct LineState;
 /// labels, as many as the bound controller's model has. The model lays them out, or the panel does when the
 /// model has no own layout. Models may build further widgets into the panel.
 ///
-/// Buttons are placed by geometry, in widget pixels; none stands in a layout. They take no focus: their
-/// shortcuts are their keyboard.
+/// Buttons are placed by geometry, in widget pixels; none is in a layout. They take no focus and are
+/// operated by shortcuts.
 class CVextralRemoteControlWidget : public QWidget
 {
     Q_OBJECT

@@ -8,7 +8,7 @@ namespace AzimuthalAnimation {
 
 constexpr int tickMs = 88;
 
-/// How many ticks a time has, so that a turn can be drawn to take as long.
+/// How many ticks a period has.
 constexpr double ticksIn(int milliseconds)
 {
     return milliseconds / static_cast<double>(tickMs);
@@ -25,12 +25,12 @@ struct Turn
 {
     /// Where the arrow is drawn, in [0, 360).
     double drawn;
-    /// Where the antenna goes, -1 for nowhere.
+    /// The target, -1 for none.
     double target;
     double step;
     /// The rotor is known to turn.
     bool rotating;
-    /// The arrow is not to pass its target.
+    /// The arrow must not pass its target.
     bool guarded;
 };
 

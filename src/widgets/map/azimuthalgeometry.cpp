@@ -102,7 +102,7 @@ std::vector<QRect> rectsAt(const std::array<Place, Count> &places, const QSize &
     return rects;
 }
 
-/// The angles of a circle's path where the labels stand, the same for all circles and slow to find.
+/// The angles of a circle's path at the labels, the same for all circles and slow to find.
 const std::array<double, labelCount> &labelTangents()
 {
     static const std::array<double, labelCount> tangents = [] {

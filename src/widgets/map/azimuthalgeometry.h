@@ -10,12 +10,12 @@
 
 #include <vector>
 
-/// Where everything on the azimuthal map stands, from sizes alone.
+/// The positions of everything on the azimuthal map, as functions of its size.
 ///
 /// Azimuths are compass degrees: 0 at the top, increasing clockwise. Painter angles are degrees too, but 0 is
 /// at the right and they increase counter-clockwise. Positions, lengths and the radius of the compass are
 /// widget pixels; a `scale` is a radius over the 171 pixels at which everything has its nominal size. A
-/// widget below 80 pixels has a zero or negative radius; no function minds.
+/// widget below 80 pixels has a zero or negative radius, which every function accepts.
 namespace AzimuthalGeometry {
 
 struct Compass
@@ -37,8 +37,8 @@ std::vector<QRect> cornerDisplayRects(const QSize &size, int count);
 /// `count` displays in cells of which `rotorCount` fill the width; empty without rotors.
 std::vector<QRect> rowDisplayRects(const QSize &size, int count, int rotorCount);
 
-/// `zoom` compass diameters wide about the centre. A negative zoom gives a negative size: the image stands on
-/// its head. `imageSize` must not be empty.
+/// `zoom` compass diameters wide about the centre. A negative zoom gives a negative size, which turns the
+/// image upside down. `imageSize` must not be empty.
 QRectF mapRect(const Compass &compass, double zoom, const QSize &imageSize);
 
 /// The 36 lines at whole tens of painter degrees, from 0 on; every third one is long, the first is not.
@@ -59,7 +59,7 @@ std::vector<CompassLabel> compassLabels(const Compass &compass, double scale);
 /// Where the baseline of a label's text begins.
 QPointF baselineOf(const CompassLabel &label, double textWidth, double fontHeight);
 
-/// The `index` is the antenna's: the further back, the further out.
+/// `index` is the antenna's; the higher it is, the further out the marker.
 QPointF fixedMarkerCentre(const Compass &compass, double scale, double azimuth, int index);
 int markerRadius(double scale);
 /// Where the baseline of a text centred on a marker begins.
@@ -74,7 +74,7 @@ QPointF rotorBaseline(const QRect &display, double textWidth, double fontHeight)
 /// Baseline start of the caption of a display in a row.
 QPointF rowBaseline(const QRect &display);
 
-/// What to add to `rect` so that it lies within `view`: nothing when it does. One too large for it begins
+/// The offset that moves `rect` into `view`, null when it is inside. A larger rectangle is moved to begin
 /// where the view begins.
 QPointF shiftInto(const QRectF &view, const QRectF &rect);
 

@@ -18,7 +18,8 @@ bool isFinite(const QRectF &rect)
         && std::isfinite(rect.height());
 }
 
-/// Shrinks with every pixel counting, which painting an image smaller does not, and keeps what is seen.
+/// Shrinks the image with all of its pixels, which painting at a smaller size does not, and keeps the visible
+/// part.
 AzimuthalMapImage::Piece shrunkPiece(const QImage &image, const QRectF &target, const QRectF &visible,
                                      double pixelRatio)
 {

@@ -7,7 +7,7 @@
 
 class QPainter;
 
-/// The image that lies below the compass: any picture the operator chose, of any size.
+/// The image below the compass: any picture that the operator chose, of any size.
 namespace AzimuthalMapImage {
 
 /// Where the map in use is kept: beside the program.
@@ -30,8 +30,8 @@ struct Piece
     bool upsideDown = false;
 };
 
-/// What shows of `image` in `view` when the whole of it fills `target`, which lies about the middle of the
-/// view and may be of any size, a negative one included. A piece without an image when nothing shows.
+/// The part of `image` that is visible in `view` when the whole image fills `target`. The target is centred
+/// in the view and may have any size, also a negative one. A piece without an image when nothing is visible.
 Piece pieceOf(const QImage &image, const QRectF &target, const QRect &view, double pixelRatio);
 
 void paint(QPainter &painter, const Piece &piece, const QRect &view);

@@ -61,7 +61,7 @@ void paintTicks(QPainter &painter, const std::vector<QLineF> &ticks, double widt
     painter.drawLines(ticks.data(), count);
 }
 
-/// Lies under each dash of a target's line, and leaves its gaps.
+/// The light rim of a target's line, below its dashes only.
 QPen targetHaloPen()
 {
     const double lineWidths = targetWidth / (targetWidth + haloWidth);

@@ -6,8 +6,8 @@
 class HaloedText;
 class QPainter;
 
-/// The picture of the azimuthal map, thing by thing, in the order in which they lie on each other. Where they
-/// stand is told by AzimuthalGeometry, how they look is told here.
+/// Paints the azimuthal map, one function for each thing, in the order of painting. AzimuthalGeometry has the
+/// positions; colours, pens and fonts are here.
 namespace AzimuthalPainting {
 
 void paintBackground(QPainter &painter, const AzimuthalScene &scene);

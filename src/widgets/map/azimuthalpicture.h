@@ -8,12 +8,11 @@
 
 /// The picture of the azimuthal map, kept from one paint to the next in three layers:
 ///
-///     piece    the part of the map image that shows, at the size at which it shows
-///     still    all that lies below the current arrow
+///     piece    the visible part of the map image, at its size on the screen
+///     still    everything below the current arrow
 ///     picture  everything
 ///
-/// so that a scene that was painted before costs one copy, and a turning arrow only itself and what lies on
-/// it.
+/// A scene that was painted before costs one copy; a turning arrow costs itself and what is painted over it.
 class AzimuthalPicture
 {
 public:

@@ -15,7 +15,7 @@ auto fields(const AzimuthalScene::Colors &c)
     return std::tie(c.captions, c.scaleText, c.hub, c.markers, c.markerText);
 }
 
-/// What the map image fills.
+/// The area of the map image.
 auto mapFields(const AzimuthalScene &s)
 {
     return std::make_tuple(s.size, s.pixelRatio, s.compass.centre, s.compass.radius, s.zoom,

@@ -30,7 +30,7 @@ struct AzimuthalScene
         QColor color;
         /// Where the arrow points.
         double azimuth = 0.0;
-        /// Where a fixed antenna's marker stands.
+        /// The azimuth of a fixed antenna's marker.
         double angle = 0.0;
         bool hasTarget = false;
         double target = 0.0;
@@ -55,7 +55,7 @@ struct AzimuthalScene
     /// Device pixels per widget pixel.
     double pixelRatio = 1.0;
     AzimuthalGeometry::Compass compass;
-    /// That of the paint before this one.
+    /// The radius of the previous paint.
     double scale = 0.0;
     double zoom = 1.0;
     QImage mapImage;
@@ -67,8 +67,8 @@ struct AzimuthalScene
     int current = -1;
 
     bool operator==(const AzimuthalScene &other) const;
-    /// Whether the map image shows in the same way.
+    /// Whether the same part of the map image is visible at the same place.
     bool hasSameMap(const AzimuthalScene &other) const;
-    /// The scene as far as it does not change while the current antenna turns.
+    /// The part of the scene that does not change while the current antenna turns.
     AzimuthalScene withoutCurrentAzimuth() const;
 };

@@ -12,8 +12,9 @@ class CVextralAntenna;
 class QPainter;
 class QWidget;
 
-/// How the map looks: a compass over the map image, or a row of captions. It keeps from one paint to the next
-/// what is costly, and the compass radius, whose scale the next paint still draws much of the map at.
+/// Paints the map: a compass over the map image, or a row of captions. It keeps what is costly from one paint
+/// to the next, and the compass radius, since the next paint draws much of the map at the scale of the last
+/// one.
 class AzimuthalView
 {
 public:
@@ -26,8 +27,8 @@ public:
         double zoom = 1.0;
     };
 
-    /// What is to be seen of an antenna and of its display. The arrow of the current antenna follows the
-    /// drawn direction while the antenna turns or is animated.
+    /// What the map shows of an antenna and its display. The arrow of the current antenna follows the drawn
+    /// direction while the antenna turns or is animated.
     static AzimuthalScene::Antenna seen(const CVextralAntenna &antenna, const QWidget &display,
                                         bool isCurrent, bool isAnimated);
 

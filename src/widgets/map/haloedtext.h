@@ -9,8 +9,8 @@
 
 class QPainter;
 
-/// Short texts of one style in front of any picture: each has a light rim, so that dark letters stay legible
-/// on a dark ground. Every text is drawn once and kept as a picture until the style changes.
+/// Short texts of one style with a light rim, so that dark letters are legible on a dark picture. Every text
+/// is drawn once and kept as a picture until the style changes.
 class HaloedText
 {
 public:

@@ -47,7 +47,7 @@ public:
     std::vector<CVextralAntenna *> antennas() const;
     /// The display of an antenna, or null.
     CRotationDigitalDisplayWidget *displayOf(const CVextralAntenna *antenna) const;
-    /// Puts whole degrees into the antenna's display, also while the operator is turning it.
+    /// Sets the antenna's display to whole degrees, also while the operator is changing it.
     void showInDisplay(const CVextralAntenna *antenna, int degrees);
 
     /// Width of the map image in compass diameters; any number, no bounds.
@@ -61,7 +61,7 @@ public:
     void reloadMap();
 
     void refreshDisplays(bool fixedFlags, bool enabledFlags);
-    /// Shows each antenna's angle, in whole degrees, in its display unless the operator is turning it.
+    /// Shows each antenna's angle, in whole degrees, in its display unless the operator is changing it.
     void syncDisplays();
 
     /// The operator typed a direction for the current antenna, in degrees.
