@@ -66,7 +66,7 @@ private slots:
             expected << QString("RotorID_%1=%2").arg(n).arg(n <= 2 ? n - 1 : -1);
         }
         QFile file(SettingsFile::path());
-        QVERIFY(file.open(QIODevice::ReadOnly));
+        QVERIFY(file.open(QIODevice::ReadOnly | QIODevice::Text));
         QStringList lines = QString(file.readAll()).split('\n', Qt::SkipEmptyParts);
         QCOMPARE(lines.size() - 1, 77);
         lines.sort();
