@@ -1,11 +1,9 @@
 # What "cmake --install" puts where. Packaging.cmake makes packages of it.
 
 if(WIN32)
-    # One folder that may lie anywhere: the programs, what they need of Qt, and the map.
-    install(TARGETS vextral-remote-control vextral-rotator RUNTIME DESTINATION .)
+    # One folder that may lie anywhere: the programs, which hold all that they need of Qt, and the map.
+    install(TARGETS vextral-remote-control vextral-rotator vextral-simbox RUNTIME DESTINATION .)
     install(FILES resources/maps/AzimuthalMap.png DESTINATION .)
-    install(FILES LICENSE DESTINATION . RENAME LICENSE.txt)
-    include(cmake/DeployQt.cmake)
     return()
 endif()
 
