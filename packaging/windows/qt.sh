@@ -93,6 +93,8 @@ build_qtbase() {
 }
 
 build_module() {
+    # The archives as Qt publishes them have no include folder; its own tool makes it.
+    [ -d "$work/$1/include" ] || "$work/qt/bin/syncqt.pl" -version "$qt_version" -outdir "$work/$1" "$work/$1" || return 1
     mkdir -p "$work/build-$1" && cd "$work/build-$1" &&
         "$work/qt/bin/qmake" "$work/$1" && make -j "$jobs" && make install
 }
