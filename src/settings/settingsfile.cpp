@@ -174,6 +174,7 @@ bool SettingsFile::replace(const std::function<bool(const QString &)> &makeDraft
         return false;
 
     const bool isNew = !file.isOpen();
+    file.close(); // Windows replaces no file that is open
     const QString target = isNew ? path() : QFileInfo(file).canonicalFilePath();
     const QString draft = target + draftEnding + QString::number(QCoreApplication::applicationPid());
     // QSettings would wait half a minute for a lock that does not name its owner.
