@@ -128,6 +128,8 @@ choose_compiler() {
 
 build_qt() {
     choose_compiler
+    # A compiler that was killed leaves empty files, which make takes for finished ones.
+    find "$work" -name '*.o' -empty -delete
     step qtbase build_qtbase && step qtsvg build_module qtsvg && step qtserialport build_module qtserialport &&
         step description describe_qt
 }
