@@ -73,7 +73,7 @@ void BoxLink::pause(int milliseconds)
 
 bool BoxLink::send(const QByteArray &command)
 {
-    return m_line && m_line->takesOrders() && m_line->write(command, commandWriteMs);
+    return takesOrders() && m_line->write(command, commandWriteMs);
 }
 
 bool BoxLink::send(const char *logText, const QByteArray &command)

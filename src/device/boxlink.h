@@ -30,6 +30,7 @@ public:
     void close();
     bool hasLine() const { return m_line != nullptr; }
     bool isOpen() const { return m_line && m_line->isOpen(); }
+    bool takesOrders() const { return m_line && m_line->takesOrders(); }
     /// As Line::opening(), 0 where there is no line.
     int opening() const { return m_line ? m_line->opening() : 0; }
     LineState state() const { return m_line ? m_line->state() : LineState(); }

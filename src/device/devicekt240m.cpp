@@ -258,13 +258,18 @@ void CDeviceKT240M::lineWentAway()
 
 bool CDeviceKT240M::rotateTo(double azimuth)
 {
-    // The line tells its loss a little later than it is closed.
-    if (!isOpen() || m_motion.state() == RotatorMotion::State::Away) {
+    if (!takesOrders()) {
         restAntenna(); // it may show the target already
         return false;
     }
     const bool waits = m_motion.isTurning();
     return obey(m_motion.goTo(azimuth)) && !waits;
+}
+
+bool CDeviceKT240M::takesOrders() const
+{
+    // The loss of a line is told a little later than it is closed.
+    return CVextralRemoteControl::takesOrders() && m_motion.state() != RotatorMotion::State::Away;
 }
 
 bool CDeviceKT240M::stop()
@@ -274,8 +279,19 @@ bool CDeviceKT240M::stop()
 
 void CDeviceKT240M::halt()
 {
-    onStopButtonPressed();
-    onStopButtonUp();
+    forget();
+    obey(m_motion.stopTurning());
+    m_motion.letGoOfStop();
+    showLamps();
+}
+
+void CDeviceKT240M::forget()
+{
+    // A wheel run would send its azimuth after the STOP.
+    if (m_panel)
+        m_panel->display()->giveUp();
+    m_motion.pressStop();
+    showLamps();
 }
 
 void CDeviceKT240M::follow(double azimuth)
@@ -366,7 +382,7 @@ bool CDeviceKT240M::rotateByKey(int key)
 void CDeviceKT240M::applyCCWandCW(CAntennaButton *button)
 {
     const bool isCcw = button == m_panel->ccwButton();
-    if (isOpen())
+    if (takesOrders())
         obey(m_motion.turn(isCcw ? Direction::CounterClockwise : Direction::Clockwise));
 }
 
@@ -385,10 +401,7 @@ void CDeviceKT240M::onCCWAndCWButtonsUp()
 void CDeviceKT240M::onStopButtonPressed()
 {
     qDebug("CDeviceKT240M::onStopButtonPressed() - IN");
-    // A wheel run would send its azimuth after the STOP.
-    m_panel->display()->giveUp();
-    m_motion.pressStop();
-    showLamps();
+    forget();
     if (m_motion.isTurning()) {
         QCoreApplication::processEvents();
         // A poll in there may have seen the rotor at rest.

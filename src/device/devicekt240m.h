@@ -50,10 +50,12 @@ public:
     void hideUnusedWidgets() override;
     void applyInterfaceMode(int mode) override;
     void buildPanel(CVextralRemoteControlWidget *widget) override;
+    /// As the base, but not before the first poll on a line.
+    bool takesOrders() const override;
     /// Forgets what was asked for: it must not turn the antenna when the line is back.
     void lineWentAway() override;
 
-    /// All that STOP does when it is pressed and let go, without the button.
+    /// All that STOP does when it is pressed and let go, without the button. Runs no event loop.
     void halt();
     /// Turns the antenna for a tracker, which asks again and again: as turnTo(), but while the rotor runs out
     /// the target only takes the place of the one that waits.
@@ -85,6 +87,8 @@ private:
     /// Sends the order, if there is one, and shows the lamps.
     bool obey(const RotatorMotion::MaybeOrder &order);
     bool brake();
+    /// What STOP does before it stops.
+    void forget();
     void showLamps();
     /// Shows where the antenna goes, or would go.
     void aimAntenna(double azimuth);

@@ -133,6 +133,8 @@ public:
 
     /// What makes the line from the next open() on; without it a port's name leads to a real line.
     void setLineFactory(LineFactory factory) { m_link.setLineFactory(std::move(factory)); }
+    /// Whether an order would reach the box now. It may not although the line is open.
+    virtual bool takesOrders() const { return m_link.takesOrders(); }
     /// A number that no other opening of a line has, 0 while the line is not open.
     int lineOpening() const { return m_link.opening(); }
     /// What is known of the line now.

@@ -1,7 +1,9 @@
 #include "rotctld/rotctldclient.h"
 
+#include "rotctld/repeatedtargets.h"
 #include "rotctld/rotctldrotator.h"
 
+#include <QDeadlineTimer>
 #include <QHostAddress>
 #include <QTcpSocket>
 
@@ -17,11 +19,12 @@ constexpr int sendBufferBytes = 16 * 1024;
 
 } // namespace
 
-RotctldClient::RotctldClient(QTcpSocket *socket, RotctldRotator &rotator, QObject *parent)
+RotctldClient::RotctldClient(QTcpSocket *socket, RotctldRotator &rotator, RepeatedTargets &targets,
+                             QObject *parent)
     : QObject(parent), m_socket(socket), m_rotator(rotator),
-      m_name(socket->peerAddress().toString().toUtf8() + ':' + QByteArray::number(socket->peerPort()))
+      m_name(socket->peerAddress().toString().toUtf8() + ':' + QByteArray::number(socket->peerPort())),
+      m_targets(targets)
 {
-    m_clock.start();
     m_socket->setParent(this);
     m_socket->setReadBufferSize(longestLine);
     m_socket->setSocketOption(QAbstractSocket::SendBufferSizeSocketOption, sendBufferBytes);
@@ -71,7 +74,7 @@ RotctldClient::Served RotctldClient::carryOut(const Request &request)
         send(description(request, m_rotator.model()));
         return Served::Line;
     case Request::Quit:
-        m_socket->disconnectFromHost();
+        m_socket->close(); // with what was received after it
         return Served::Line;
     case Request::Refused:
         send(answer(request, request.code));
@@ -88,26 +91,43 @@ RotctldClient::Served RotctldClient::carryOut(const Request &request)
 
 Code RotctldClient::order(const Request &request)
 {
-    if (!m_rotator.isLineOpen())
+    const bool isTarget = request.kind == Request::SetPosition;
+    const int degrees = qRound(request.azimuth) % fullTurn;
+    const qint64 now = QDeadlineTimer::current().deadline();
+    // A tracker that repeats its target through an outage gives no new one after it.
+    const bool isRepeated = isTarget && m_targets.isRepeated(this, degrees, now);
+    if (!m_rotator.takesOrders())
         return InputOutputError;
-    if (request.kind == Request::SetPosition) {
-        const int degrees = qRound(request.azimuth) % fullTurn;
-        if (m_target.isRepeated(degrees, m_clock.elapsed()))
-            return Done;
-        log("turns to " + QByteArray::number(degrees));
-        m_rotator.turnTo(degrees);
+    if (isRepeated)
         return Done;
-    }
-    m_target.forget();
-    if (request.kind == Request::Stop) {
+    if (isTarget)
+        turnTo(degrees);
+    else
+        turnOrStop(request.kind);
+    if (!m_rotator.takesOrders())
+        return InputOutputError;
+    if (isTarget)
+        m_targets.note(this, degrees, now);
+    return Done;
+}
+
+void RotctldClient::turnTo(int degrees)
+{
+    log("turns to " + QByteArray::number(degrees));
+    m_rotator.turnTo(degrees);
+}
+
+void RotctldClient::turnOrStop(Request::Kind kind)
+{
+    m_targets.forget(this);
+    if (kind == Request::Stop) {
         log("stops");
         m_rotator.stop();
-        return Done;
+        return;
     }
-    const bool isLeft = request.kind == Request::MoveLeft;
+    const bool isLeft = kind == Request::MoveLeft;
     log(isLeft ? "turns left" : "turns right");
     m_rotator.turn(isLeft ? RotctldRotator::Side::Left : RotctldRotator::Side::Right);
-    return Done;
 }
 
 void RotctldClient::send(const QByteArray &answer)

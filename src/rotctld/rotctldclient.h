@@ -1,16 +1,15 @@
 #pragma once
 
-#include "rotctld/repeatedtarget.h"
 #include "rotctld/rotctldprotocol.h"
 
-#include <QElapsedTimer>
 #include <QObject>
 
 class QTcpSocket;
+class RepeatedTargets;
 class RotctldRotator;
 
-/// One connection of a program on the network. Nothing is read ahead of a long line, and who does not read
-/// his answers is disconnected, so that no client takes more than a few kilobytes.
+/// One connection of a program on the network. A client takes at most a few kilobytes: a line that is too
+/// long is not kept, and a client that does not read its answers is disconnected.
 class RotctldClient : public QObject
 {
     Q_OBJECT
@@ -22,9 +21,9 @@ public:
     enum class Served { Nothing, Line, Order };
 
     /// Takes `socket`, which is connected, over.
-    RotctldClient(QTcpSocket *socket, RotctldRotator &rotator, QObject *parent);
+    RotctldClient(QTcpSocket *socket, RotctldRotator &rotator, RepeatedTargets &targets, QObject *parent);
 
-    /// Carries out the next line, if a whole one has come. An order may run the event loop.
+    /// Carries out the next line, if a whole one has come.
     Served serveLine();
     bool hasLine() const;
     /// The connection has ended; lines that came before may wait.
@@ -37,14 +36,15 @@ signals:
 private:
     Served carryOut(const Rotctld::Request &request);
     Rotctld::Code order(const Rotctld::Request &request);
+    void turnTo(int degrees);
+    void turnOrStop(Rotctld::Request::Kind kind);
     void send(const QByteArray &answer);
     void log(const QByteArray &what) const;
 
     QTcpSocket *m_socket;
     RotctldRotator &m_rotator;
     QByteArray m_name;
-    RepeatedTarget m_target;
-    QElapsedTimer m_clock;
+    RepeatedTargets &m_targets;
     /// What is being received is longer than any command, and is left out up to its end.
     bool m_isTooLong = false;
 };

@@ -11,12 +11,12 @@ QByteArray RotctldDevice::model() const
 std::optional<double> RotctldDevice::azimuth() const
 {
     const double azimuth = m_device.azimuth();
-    return isLineOpen() && isKnownAngle(azimuth) ? std::optional(azimuth) : std::nullopt;
+    return m_device.isOpen() && isKnownAngle(azimuth) ? std::optional(azimuth) : std::nullopt;
 }
 
-bool RotctldDevice::isLineOpen() const
+bool RotctldDevice::takesOrders() const
 {
-    return m_device.isOpen();
+    return m_device.takesOrders();
 }
 
 void RotctldDevice::turnTo(int degrees)

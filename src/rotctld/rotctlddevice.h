@@ -14,7 +14,7 @@ public:
 
     QByteArray model() const override;
     std::optional<double> azimuth() const override;
-    bool isLineOpen() const override;
+    bool takesOrders() const override;
     void turnTo(int degrees) override;
     /// As by the key: the lamp is lit, and the same side again is no order.
     void turn(Side side) override;

@@ -4,7 +4,7 @@
 
 #include <optional>
 
-/// What programs on the network may see of a rotator and ask of it. An order may run the event loop.
+/// What programs on the network may see of a rotator and ask of it. An order must not run the event loop.
 class RotctldRotator
 {
 public:
@@ -15,8 +15,8 @@ public:
     virtual QByteArray model() const = 0;
     /// Compass degrees; nothing while no reading is known.
     virtual std::optional<double> azimuth() const = 0;
-    /// Orders are given only while it is true.
-    virtual bool isLineOpen() const = 0;
+    /// Orders are given only while this is true. An order that makes it false did not reach the rotator.
+    virtual bool takesOrders() const = 0;
     /// To whole degrees on the compass.
     virtual void turnTo(int degrees) = 0;
     virtual void turn(Side side) = 0;

@@ -1,10 +1,10 @@
 #include "rotctld/rotctldserver.h"
 
+#include "line/networkaddress.h"
 #include "rotctld/rotctldclient.h"
 #include "rotctld/rotctldrotator.h"
 
 #include <QHostAddress>
-#include <QScopedValueRollback>
 #include <QTcpSocket>
 
 #include <algorithm>
@@ -13,33 +13,10 @@ namespace {
 
 constexpr int pauseAfterOrderMs = 20;
 
-struct Place
-{
-    QHostAddress address;
-    quint16 port = 0;
-    bool isValid = false;
-};
-
-/// An IPv6 address stands in brackets, as usual.
-Place placeOf(const QString &text)
-{
-    const int colon = text.lastIndexOf(QLatin1Char(':'));
-    QString address = text.left(qMax(0, colon));
-    if (address.startsWith(QLatin1Char('[')) && address.endsWith(QLatin1Char(']')))
-        address = address.mid(1, address.size() - 2);
-    Place place;
-    place.port = text.mid(colon + 1).toUShort(&place.isValid);
-    place.address = address.isEmpty() || address == QLatin1String("localhost")
-                      ? QHostAddress(QHostAddress::LocalHost)
-                      : QHostAddress(address);
-    place.isValid = place.isValid && !place.address.isNull();
-    return place;
-}
-
 } // namespace
 
-RotctldServer::RotctldServer(std::unique_ptr<RotctldRotator> rotator, QObject *parent)
-    : QObject(parent), m_rotator(std::move(rotator))
+RotctldServer::RotctldServer(std::unique_ptr<RotctldRotator> rotator, QObject *parent, qint64 repeatGapMs)
+    : QObject(parent), m_rotator(std::move(rotator)), m_targets(repeatGapMs)
 {
     m_next.setSingleShot(true);
     connect(&m_next, &QTimer::timeout, this, &RotctldServer::serve);
@@ -50,18 +27,18 @@ RotctldServer::~RotctldServer() = default;
 
 bool RotctldServer::listen(const QString &place)
 {
-    const Place wanted = placeOf(place);
-    if (!wanted.isValid) {
+    const auto wanted = ListenAddress::parse(place);
+    if (!wanted) {
         qWarning("RotctldServer - \"%s\" is no [ADDRESS:]PORT, nobody on the network can turn the rotator",
                  qUtf8Printable(place));
         return false;
     }
-    if (!m_server.listen(wanted.address, wanted.port)) {
+    if (!m_server.listen(wanted->address, wanted->port)) {
         qWarning("RotctldServer - nobody on the network can turn the rotator, %s cannot be used: %s",
                  qUtf8Printable(place), qUtf8Printable(m_server.errorString()));
         return false;
     }
-    qInfo("RotctldServer - listening on %s, port %d", qUtf8Printable(wanted.address.toString()), port());
+    qInfo("RotctldServer - listening on %s, port %d", qUtf8Printable(wanted->address.toString()), port());
     return true;
 }
 
@@ -75,7 +52,7 @@ void RotctldServer::accept()
             socket->deleteLater();
             continue;
         }
-        auto *client = new RotctldClient(socket, *m_rotator, this);
+        auto *client = new RotctldClient(socket, *m_rotator, m_targets, this);
         m_clients << client;
         const auto serveSoon = [this] {
             if (!m_next.isActive())
@@ -88,17 +65,12 @@ void RotctldServer::accept()
 
 void RotctldServer::serve()
 {
-    // Not in the middle of an order, which may run the event loop; it looks again when it is done.
-    if (m_isServing)
-        return;
-    const QScopedValueRollback<bool> serving(m_isServing, true);
     bool hasOrdered = false;
-    const QList<RotctldClient *> clients = m_clients; // an order may let others in
-    for (RotctldClient *client : clients)
+    for (RotctldClient *client : qAsConst(m_clients))
         hasOrdered |= client->serveLine() == RotctldClient::Served::Order;
     removeGone();
     const auto hasLine = [](const RotctldClient *client) { return client->hasLine(); };
-    if (std::any_of(m_clients.cbegin(), m_clients.cend(), hasLine))
+    if (hasOrdered || std::any_of(m_clients.cbegin(), m_clients.cend(), hasLine))
         m_next.start(hasOrdered ? pauseAfterOrderMs : 0);
 }
 
@@ -110,6 +82,7 @@ void RotctldServer::removeGone()
         if (!client->hasGone() || client->hasLine())
             continue;
         m_clients.removeOne(client);
+        m_targets.clientLeft(client);
         client->deleteLater();
     }
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "rotctld/repeatedtargets.h"
+
 #include <QTcpServer>
 #include <QTimer>
 
@@ -20,7 +22,9 @@ public:
     static constexpr int mostClients = 8;
     static constexpr quint16 usualPort = 4533;
 
-    explicit RotctldServer(std::unique_ptr<RotctldRotator> rotator, QObject *parent = nullptr);
+    /// A client that gives the same target again within `repeatGapMs` repeats it, which is no order.
+    explicit RotctldServer(std::unique_ptr<RotctldRotator> rotator, QObject *parent = nullptr,
+                           qint64 repeatGapMs = RepeatedTargets::usualGapMs);
     ~RotctldServer() override;
 
     /// Listens at "[ADDRESS:]PORT", without an address for this machine alone; port 0 takes any. What came of
@@ -34,8 +38,8 @@ private:
     void removeGone();
 
     std::unique_ptr<RotctldRotator> m_rotator;
+    RepeatedTargets m_targets;
     QTcpServer m_server;
     QTimer m_next;
     QList<RotctldClient *> m_clients;
-    bool m_isServing = false;
 };

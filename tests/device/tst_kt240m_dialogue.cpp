@@ -46,6 +46,12 @@ private slots:
                "net 302 [STOP]; +2000 -> C M302; +0 -> C";
         QTest::newRow("a stop that was never sent lets the network's target stop the antenna")
             << 100. << 20. << "+0 -> C; CW -> R [CW]; STOP; +500 -> C; net 200 -> M120 [STOP]";
+        QTest::newRow("a tracker that repeats its target does not undo STOP")
+            << 100. << 20.
+            << "+0 -> C; net 200 -> M200; +500 -> C; STOP -> M120 [STOP]; net 200 [STOP]; +2000 -> C [STOP]; "
+               "+0 -> C; net again; net 200; net 201 -> M201";
+        QTest::newRow("what is asked for in an outage is not done after it")
+            << 100. << 0. << "+0 -> C; outage; dial 200; CW; net 210; over; 105; 110; 110; net 210 -> M210";
         QTest::newRow("the network stops, and turns left and right, as the buttons do")
             << 100. << 20.
             << "+0 -> C; net right -> R [CW]; net right [CW]; +500 -> C [CW]; net left -> M120 [CCW]; "

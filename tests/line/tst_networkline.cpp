@@ -113,6 +113,31 @@ private slots:
         QTEST(address ? int(address->port) : 0, "port");
     }
 
+    void aPlaceToListenIsReadOrRefused_data()
+    {
+        QTest::addColumn<QString>("address");
+        QTest::addColumn<int>("port");
+        const auto row = [](const char *text, const char *address = "", int port = -1) {
+            QTest::newRow(text) << address << port;
+        };
+        row("7000", "127.0.0.1", 7000);
+        row("0", "127.0.0.1", 0);
+        row("localhost:7000", "127.0.0.1", 7000);
+        row("0.0.0.0:65535", "0.0.0.0", 65535);
+        row("192.168.1.5:80", "192.168.1.5", 80);
+        row("[::1]:7000", "::1", 7000);
+        row("[::]:7000", "::", 7000);
+        for (const char *text : {"", ":", ":7000", "65536", "-1", "x", "7000x", "localhost:", "::1:7000",
+                                 "[127.0.0.1]:7000", "[::1]", "[::1:7000", "mast:7000", "1.2.3.4.5:7000"})
+            row(text);
+    }
+    void aPlaceToListenIsReadOrRefused()
+    {
+        const auto place = ListenAddress::parse(QTest::currentDataTag());
+        QTEST(place ? place->address.toString() : QString(), "address");
+        QTEST(place ? int(place->port) : -1, "port");
+    }
+
     void itTellsWhyThereIsNoConnection_data()
     {
         QTest::addColumn<QString>("address");

@@ -1,4 +1,4 @@
-#include "rotctld/repeatedtarget.h"
+#include "rotctld/repeatedtargets.h"
 #include "rotctld/rotctldprotocol.h"
 
 #include <QTest>
@@ -99,14 +99,29 @@ private slots:
 
     void aTrackerRepeatsItsTarget()
     {
-        RepeatedTarget target;
-        QVERIFY(!target.isRepeated(100, 0));
-        for (int seconds = 1; seconds < 60; seconds += 10)
-            QVERIFY(target.isRepeated(100, seconds * 1000));
-        QVERIFY(!target.isRepeated(101, 60000));
-        QVERIFY(!target.isRepeated(101, 80000)); // somebody asks again after a while
-        target.forget();
-        QVERIFY(!target.isRepeated(101, 80001));
+        RepeatedTargets targets;
+        const int first = 0, second = 0, third = 0;
+        targets.note(&first, 100, 0);
+        int time = 0; // seconds
+        while ((time += 10) < 60)
+            QVERIFY(targets.isRepeated(&first, 100, time * 1000));
+        QVERIFY(!targets.isRepeated(&first, 101, time * 1000));
+        targets.note(&first, 101, time * 1000);
+        QVERIFY(!targets.isRepeated(&first, 100, time * 1000));
+        // Somebody asks again after a while.
+        QVERIFY(!targets.isRepeated(&first, 101, (time + 16) * 1000));
+
+        // It goes on after a new connection, beside another one with a target of its own.
+        targets.note(&first, 100, 0);
+        targets.note(&second, 200, 0);
+        targets.clientLeft(&first);
+        QVERIFY(targets.isRepeated(&third, 100, 0));
+        QVERIFY(!targets.isRepeated(&second, 100, 0));
+        targets.forget(&second); // it stopped
+        QVERIFY(!targets.isRepeated(&second, 200, 0));
+        QVERIFY(targets.isRepeated(&third, 100, 0));
+        targets.forget(&third);
+        QVERIFY(!targets.isRepeated(&first, 100, 0));
     }
 };
 

@@ -9,7 +9,6 @@
 #include <QTcpSocket>
 #include <QTest>
 
-#include <functional>
 #include <list>
 #include <memory>
 
@@ -20,9 +19,9 @@ struct NotedRotator
 {
     QStringList orders;
     std::optional<double> azimuth = 12.5;
-    bool isLineOpen = true;
-    /// What happens while the event loop runs in the next order.
-    std::function<void()> duringOrder;
+    bool takesOrders = true;
+    /// The line is lost by the next order.
+    bool losesLine = false;
 };
 
 class FakeRotator : public RotctldRotator
@@ -32,7 +31,7 @@ public:
 
     QByteArray model() const override { return "Model"; }
     std::optional<double> azimuth() const override { return m_noted.azimuth; }
-    bool isLineOpen() const override { return m_noted.isLineOpen; }
+    bool takesOrders() const override { return m_noted.takesOrders; }
     void turnTo(int degrees) override { note(QString::number(degrees)); }
     void turn(Side side) override { note(side == Side::Left ? "left" : "right"); }
     void stop() override { note("stop"); }
@@ -41,8 +40,7 @@ private:
     void note(const QString &order)
     {
         m_noted.orders << order;
-        if (const auto happens = std::exchange(m_noted.duringOrder, nullptr))
-            happens();
+        m_noted.takesOrders = !m_noted.losesLine;
     }
 
     NotedRotator &m_noted;
@@ -100,31 +98,59 @@ private slots:
     void withoutALineNothingIsOrdered()
     {
         Client client(*m_server);
-        m_rotator.isLineOpen = false;
+        m_rotator.takesOrders = false;
         m_rotator.azimuth.reset();
         QCOMPARE(client.say("p\nP 90 0\nS\nM 8 1\n", 4), QByteArray("RPRT -6\n").repeated(4));
         QVERIFY(m_rotator.orders.isEmpty());
-        m_rotator.isLineOpen = true;
-        client.say("P 90 0\n");
-        QCOMPARE(m_rotator.orders, QStringList("90"));
+        m_rotator.takesOrders = true;
+        m_rotator.losesLine = true;
+        QCOMPARE(client.say("P 90 0\n"), QByteArray("RPRT -6\n"));
+        m_rotator.takesOrders = true;
+        m_rotator.losesLine = false;
+        QCOMPARE(client.say("P 90 0\n"), QByteArray("RPRT 0\n"));
+        QCOMPARE(m_rotator.orders.join(' '), QString("90 90"));
     }
 
-    void anOrderMayRunTheEventLoop()
+    void aTargetThatIsRepeatedThroughAnOutageOrByANewConnectionIsNoOrder()
+    {
+        constexpr int gapMs = 500;
+        m_server = std::make_unique<RotctldServer>(std::make_unique<FakeRotator>(m_rotator), nullptr, gapMs);
+        QVERIFY(m_server->listen("0"));
+        auto client = std::make_unique<Client>(*m_server);
+        client->say("P 90 0\n");
+        m_rotator.takesOrders = false;
+        for (int i = 0; i < 3; ++i) {
+            QTest::qWait(gapMs / 2);
+            QCOMPARE(client->say("P 90 0\n"), QByteArray("RPRT -6\n"));
+        }
+        m_rotator.takesOrders = true;
+        QCOMPARE(client->say("P 90 0\n"), QByteArray("RPRT 0\n"));
+        client = std::make_unique<Client>(*m_server);
+        QCOMPARE(client->say("P 90 0\n"), QByteArray("RPRT 0\n"));
+        QCOMPARE(m_rotator.orders, QStringList("90"));
+        client->say("P 91 0\n");
+        QCOMPARE(m_rotator.orders.join(' '), QString("90 91"));
+    }
+
+    void ordersDoNotFollowEachOtherAtOnce()
     {
         Client client(*m_server);
-        auto other = std::make_unique<Client>(*m_server);
-        other->say("p\n", 2);
-        // Meanwhile one client goes, its last order on the way, and another one sends its next.
-        m_rotator.duringOrder = [&] {
-            other->write("P 20 0\n");
-            other->flush();
-            other.reset();
-            client.write("P 30 0\n");
-            QTest::qWait(50);
-            QCOMPARE(m_rotator.orders, QStringList("10"));
-        };
-        QCOMPARE(client.say("P 10 0\n", 2), QByteArray("RPRT 0\nRPRT 0\n"));
-        QTRY_COMPARE(m_rotator.orders.size(), 3);
+        QElapsedTimer time;
+        time.start();
+        connect(&client, &Client::readyRead, this,
+                [&] { client.write(client.readAll().size() > 0 ? "S\n" : ""); });
+        client.write("S\n");
+        QTRY_VERIFY(m_rotator.orders.size() >= 10);
+        QVERIFY2(time.elapsed() >= 9 * 19, qPrintable(QString::number(time.elapsed())));
+    }
+
+    void nothingIsDoneAfterAFarewell()
+    {
+        Client client(*m_server);
+        client.say("_\nq\nP 90 0\n");
+        QTRY_COMPARE(client.state(), QAbstractSocket::UnconnectedState);
+        QCOMPARE(Client(*m_server).say("_\n"), QByteArray("Model\n"));
+        QVERIFY(m_rotator.orders.isEmpty());
     }
 
     void noClientHarmsTheOthers_data()
@@ -175,8 +201,7 @@ private slots:
     {
         RotctldServer other(std::make_unique<FakeRotator>(m_rotator));
         const QString port = QString::number(m_server->port());
-        for (const QString &place : {port, "localhost:" + port, QString("65536"), QString("x"), QString(""),
-                                     QString("nowhere:0"), QString("127.0.0.1:")})
+        for (const QString &place : {port, "localhost:" + port, QString("nowhere:0")})
             QVERIFY2(!other.listen(place), qPrintable(place));
         QVERIFY(other.listen("0.0.0.0:0"));
     }
@@ -192,6 +217,32 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(client.state(), QProcess::NotRunning, 20000);
         QCOMPARE(client.readAllStandardOutput().simplified(), QByteArray("12.50 0.00 Model"));
         QCOMPARE(m_rotator.orders.join(' '), QString("222 stop left 270"));
+    }
+
+    void theProgramTakesItsOptionAndRefusesOthers_data()
+    {
+        QTest::addColumn<QStringList>("options");
+        QTest::addColumn<QString>("told");
+        QTest::newRow("with =") << QStringList{"--rotctld=0"} << "listening on 127.0.0.1, port ";
+        QTest::newRow("with a blank") << QStringList{"--rotctld", "0"} << "listening on 127.0.0.1, port ";
+        QTest::newRow("no place") << QStringList{"--rotctld", ""} << "is no [ADDRESS:]PORT";
+        QTest::newRow("unknown") << QStringList{"--rotcltd=0"} << "Unknown option 'rotcltd'.";
+        QTest::newRow("no value") << QStringList{"--rotctld"} << "Missing value after '--rotctld'.";
+        QTest::newRow("no option") << QStringList{"4533"} << "Usage: ";
+    }
+    void theProgramTakesItsOptionAndRefusesOthers()
+    {
+        QFETCH(QStringList, options);
+        QFETCH(QString, told);
+        QProcess program;
+        program.setProcessChannelMode(QProcess::MergedChannels);
+        program.start(ROTATOR, options);
+        QString output;
+        QTRY_VERIFY2_WITH_TIMEOUT((output += program.readAll()).contains(told), qPrintable(output), 10000);
+        if (told.startsWith("listening") || told.startsWith("is no"))
+            program.kill(); // its window is open
+        QTRY_COMPARE(program.state(), QProcess::NotRunning);
+        QCOMPARE(program.exitCode() == 1, program.exitStatus() == QProcess::NormalExit);
     }
 
 private:

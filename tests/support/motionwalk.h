@@ -1,8 +1,10 @@
 #pragma once
 
 #include "device/rotatormotion.h"
+#include "rotctld/repeatedtargets.h"
 
 #include <set>
+#include <utility>
 
 /// Lets one event after the other happen to a rotator and checks after each of them what must always hold,
 /// against an account of its own: what was asked for since STOP or a lost line forgot it.
@@ -15,9 +17,13 @@ public:
     const char *step(unsigned event, unsigned detail)
     {
         const double azimuth = detail % 360;
-        switch (event % eventCount) {
+        const unsigned kind = event % eventCount;
+        if (kind < firstPoll || (kind > lastPoll && kind != tracker))
+            m_runsOut = false;
+        switch (kind) {
         case 0:
             m_isOpen = false;
+            m_wholeDegrees = -1;
             forget();
             m_motion.lineWentAway();
             return check(std::nullopt, Cause::Line);
@@ -26,7 +32,7 @@ public:
             m_isOpen = true;
             m_motion.lineOpened();
             return check(std::nullopt, Cause::Line);
-        case 3:
+        case firstPoll:
             return poll(-1.0);
         case 4:
             return poll(detail % 2000 - 500.0); // no compass has it
@@ -35,7 +41,7 @@ public:
         case 6:
             return poll(m_motion.azimuth() + 0.1 * (detail % 10));
         case 7:
-        case 8:
+        case lastPoll:
             return poll(azimuth);
         case 9:
             ask(azimuth);
@@ -54,8 +60,8 @@ public:
             return check(std::nullopt, Cause::Operator);
         case 14:
             return stop(detail);
-        case 15:
-            return redirect(azimuth);
+        case tracker:
+            return track(detail % 3 == 0 ? azimuth : m_tracked, detail % 11);
         default:
             return check(m_motion.stop(), Cause::Operator);
         }
@@ -63,6 +69,7 @@ public:
 
 private:
     using Order = RotatorMotion::Order;
+    enum Event : unsigned { firstPoll = 3, lastPoll = 8, tracker = 15 };
     enum class Cause { Line, Poll, Operator };
 
     void forget()
@@ -75,6 +82,9 @@ private:
 
     const char *poll(double reading)
     {
+        const int before = std::exchange(m_wholeDegrees, truncatedDegrees(reading));
+        if (before == -1 || before == m_wholeDegrees)
+            m_runsOut = false;
         const RotatorMotion::Seen seen = m_motion.poll(reading);
         const char *failure = check(std::nullopt, Cause::Poll);
         if (failure || seen == RotatorMotion::Seen::Nothing)
@@ -97,14 +107,28 @@ private:
         return check(m_motion.turn(direction), Cause::Operator);
     }
 
-    const char *redirect(double azimuth)
+    /// A tracker that sends its target every few seconds, also while there is no line.
+    const char *track(double azimuth, int seconds)
     {
-        const bool waits = m_motion.isRunningOut();
+        m_time += seconds * 1000;
+        const bool isRepeated = m_targets.isRepeated(this, int(azimuth), m_time);
+        if (isRepeated != (azimuth == m_tracked && m_time - m_trackedAt <= RepeatedTargets::usualGapMs))
+            return "a target that is sent again and again is a repetition";
+        if (isRepeated)
+            m_trackedAt = m_time;
+        if (isRepeated || !m_isOpen)
+            return nullptr;
+        m_tracked = azimuth;
+        m_trackedAt = m_time;
+        m_targets.note(this, int(azimuth), m_time);
         ask(azimuth);
+        const bool runsOut = m_runsOut;
         const RotatorMotion::MaybeOrder order = m_motion.redirect(azimuth);
-        if (waits && (order || !m_motion.isTurning()))
-            return "a rotor that runs out already is not stopped again";
-        return check(order, Cause::Operator);
+        if (runsOut && order)
+            return "a rotor that runs out for the tracker is not stopped again";
+        const char *failure = check(order, Cause::Operator);
+        m_runsOut = runsOut || (order && (order->kind == Order::RunOut || order->kind == Order::Brake));
+        return failure;
     }
 
     /// With polls while the lamp is shown, and with a release.
@@ -160,6 +184,13 @@ private:
 
     RotatorMotion m_motion;
     bool m_isOpen = false;
+    int m_wholeDegrees = -1;
     double m_target = unknownAngle;
+    /// The tracker's target was answered by a stop, and since then the rotor was seen turning in each poll.
+    bool m_runsOut = false;
+    RepeatedTargets m_targets;
+    int m_time = 0; // of the tracker, in ms
+    double m_tracked = 0.0;
+    int m_trackedAt = -2 * int(RepeatedTargets::usualGapMs);
     std::set<RotatorMotion::Direction> m_directions;
 };

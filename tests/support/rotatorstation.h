@@ -3,6 +3,7 @@
 #include "device/devicekt240m.h"
 #include "mainwindow/mainwindow.h"
 #include "rotctld/rotctlddevice.h"
+#include "rotctld/rotctldserver.h"
 #include "settings/settings.h"
 #include "settings/settingsfile.h"
 #include "support/simulatedline.h"
@@ -13,6 +14,7 @@
 #include "widgets/widgetevents.h"
 
 #include <QFile>
+#include <QTcpSocket>
 #include <QTest>
 #include <QWheelEvent>
 
@@ -107,6 +109,8 @@ struct RotatorStation
             {"click", [&] { QTest::mouseClick(display, Qt::LeftButton); }},
             {"wheel", [&] { turnWheel(); }},
             {"net", [&] { order(object); }},
+            {"outage", [&] { line.setOutage(true); }},
+            {"over", [&] { line.setOutage(false); }},
             {"pause", [&] { QTRY_VERIFY(!display->isEditing()); }}};
         const auto found = verbs.find(verb);
         if (found != verbs.end()) {
@@ -127,16 +131,23 @@ struct RotatorStation
         sendMouse(dial, type, QPointF(40, 20 - degrees), Qt::LeftButton, held);
     }
 
-    /// From the network: a target, or "stop", "left", "right".
+    /// From the network: a target, "stop", "left" or "right", or "again", which connects anew.
     void order(const QString &what)
     {
-        RotctldDevice network(*rotator);
-        if (what == "stop")
-            network.stop();
-        else if (what == "left" || what == "right")
-            network.turn(what == "left" ? RotctldRotator::Side::Left : RotctldRotator::Side::Right);
-        else
-            network.turnTo(what.toInt());
+        if (!server) {
+            server = std::make_unique<RotctldServer>(std::make_unique<RotctldDevice>(*rotator));
+            server->listen("0");
+        }
+        if (what == "again")
+            network.abort();
+        if (network.state() == QAbstractSocket::UnconnectedState)
+            network.connectToHost(QHostAddress::LocalHost, server->port());
+        const std::map<QString, QString> commands = {
+            {"again", "_"}, {"stop", "S"}, {"left", "M 8 1"}, {"right", "M 16 1"}};
+        const auto command = commands.find(what);
+        network.write((command == commands.end() ? "P " + what + " 0" : command->second).toUtf8() + '\n');
+        QTRY_VERIFY(network.canReadLine());
+        network.readAll();
     }
 
     void turnWheel()
@@ -164,6 +175,8 @@ struct RotatorStation
 
     SimulatedPort line{SimulatedBox::Model::Rotator};
     std::unique_ptr<CMainWindow> window;
+    std::unique_ptr<RotctldServer> server;
+    QTcpSocket network;
     ScriptedRotator *rotator = nullptr;
     CVextralRemoteControlWidget *panel = nullptr;
     CRotationDialWidget *dial = nullptr;

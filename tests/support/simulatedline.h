@@ -36,6 +36,8 @@ public:
     /// The adapter is pulled out: the line is lost at its next use. plugIn() puts it back.
     void pullOut();
     void plugIn() { m_plugged = true; }
+    /// The line stays open but takes no orders, as a network line does while the box is silent.
+    void setOutage(bool outage) { m_outage = outage; }
 
     /// The commands since the last call of heard().
     QStringList commands() const { return m_commands; }
@@ -68,6 +70,7 @@ private:
     QPointer<SimulatedLine> m_line;
     int m_time = 0;
     bool m_plugged = true;
+    bool m_outage = false;
     LineFault m_fault;
     int m_faultCount = 0;
     QByteArray m_held;
@@ -89,6 +92,7 @@ public:
     bool open() override;
     void close() override;
     bool isOpen() const override { return m_open; }
+    bool takesOrders() const override { return m_open && !m_port.m_outage; }
     bool write(const QByteArray &text, int waitMs) override;
     QByteArray readLine(int waitMs) override;
     qint64 bytesAvailable() const override { return m_port.m_delivered.size(); }

@@ -33,7 +33,7 @@ quint16 tcpPort()
 std::unique_ptr<BoxLine> makeLine(SimulatedBox::Model model)
 {
     if (qgetenv("VEXTRAL_LINE") == "tcp")
-        return std::make_unique<TcpLine>(TcpLine::Endpoint{QHostAddress::LocalHost, tcpPort()}, model);
+        return std::make_unique<TcpLine>(ListenAddress{QHostAddress::LocalHost, tcpPort()}, model);
     return std::make_unique<PtyLine>(terminalLink(), model);
 }
 

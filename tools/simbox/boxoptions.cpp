@@ -55,7 +55,7 @@ QString judgeLine(const BoxOptions &options)
     if (options.listen.isEmpty())
         return QStringLiteral("--listen [ADDRESS:]PORT is missing. See --help.");
 #endif
-    if (!options.listen.isEmpty() && !TcpLine::parse(options.listen))
+    if (!options.listen.isEmpty() && !ListenAddress::parse(options.listen))
         return QStringLiteral("--listen is a port from 0 to 65535, with an address before it if you like: "
                               "7000, 0.0.0.0:7000, [::1]:7000.");
     return QString();
@@ -109,5 +109,5 @@ std::unique_ptr<BoxLine> BoxOptions::makeLine() const
     if (!link.isEmpty())
         return std::make_unique<PtyLine>(link, model);
 #endif
-    return std::make_unique<TcpLine>(TcpLine::parse(listen).value_or(TcpLine::Endpoint()), model);
+    return std::make_unique<TcpLine>(ListenAddress::parse(listen).value_or(ListenAddress()), model);
 }

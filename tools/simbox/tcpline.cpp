@@ -135,7 +135,7 @@ qint64 TcpLine::deliver(const char *bytes, qint64 size)
 
 // ---- Up and down ----
 
-TcpLine::TcpLine(const Endpoint &endpoint, SimulatedBox::Model model, Clock clock)
+TcpLine::TcpLine(const ListenAddress &endpoint, SimulatedBox::Model model, Clock clock)
     : BoxLine(model, clock), m_address(endpoint.address), m_port(endpoint.port)
 {}
 
@@ -186,22 +186,4 @@ QString TcpLine::describe(const QTcpServer &server) const
     default:
         return hostAndPort(m_address, m_port) + QStringLiteral(": ") + server.errorString();
     }
-}
-
-std::optional<TcpLine::Endpoint> TcpLine::parse(const QString &text)
-{
-    const int colon = text.lastIndexOf(QLatin1Char(':'));
-    const QString host = text.left(qMax(0, colon));
-    bool isNumber = false;
-    Endpoint endpoint;
-    endpoint.port = text.mid(colon + 1).toUShort(&isNumber);
-    const bool isBracketed = host.startsWith(QLatin1Char('[')) && host.endsWith(QLatin1Char(']'));
-    if (colon < 0 || host == QLatin1String("localhost"))
-        endpoint.address = QHostAddress::LocalHost;
-    else
-        endpoint.address.setAddress(isBracketed ? host.mid(1, host.size() - 2) : host);
-    const bool isIPv6 = endpoint.address.protocol() == QAbstractSocket::IPv6Protocol;
-    if (!isNumber || endpoint.address.isNull() || isIPv6 != isBracketed)
-        return std::nullopt;
-    return endpoint;
 }

@@ -1,13 +1,11 @@
 #pragma once
 
+#include "line/networkaddress.h"
 #include "simbox/boxline.h"
-
-#include <QHostAddress>
 
 #include <atomic>
 #include <future>
 #include <memory>
-#include <optional>
 
 class QTcpServer;
 class QTcpSocket;
@@ -20,17 +18,7 @@ class QThread;
 class TcpLine : public BoxLine
 {
 public:
-    struct Endpoint
-    {
-        QHostAddress address;
-        quint16 port = 0; // 0 takes a free one
-    };
-
-    /// Reads "7000", "192.168.1.5:7000", "localhost:7000" or "[::1]:7000". Without an address this machine
-    /// alone is meant. Nothing for any other text.
-    static std::optional<Endpoint> parse(const QString &text);
-
-    explicit TcpLine(const Endpoint &endpoint = {QHostAddress::LocalHost, 0},
+    explicit TcpLine(const ListenAddress &endpoint = {QHostAddress::LocalHost, 0},
                      SimulatedBox::Model model = SimulatedBox::Model::StackSwitch, Clock clock = Clock::Real);
     /// Hangs up.
     ~TcpLine() override;
