@@ -52,8 +52,8 @@ signals:
 private:
     std::vector<CVextralAntennaUI *> editors() const;
 
-    QTabWidget *m_tabs;
-    QLayout *m_home;
+    QPointer<QTabWidget> m_tabs;
+    QPointer<QLayout> m_home;
     QPointer<CVextralRemoteControl> m_controller;
     QPointer<CSettingsDIalog> m_borrower;
 };

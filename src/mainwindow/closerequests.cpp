@@ -1,9 +1,8 @@
 #include "mainwindow/closerequests.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 
 #include <algorithm>
-#include <utility>
 
 namespace {
 
@@ -19,15 +18,24 @@ bool carriesOnlyATime(const CloseRequests::ClientMessage &message)
 
 } // namespace
 
-CloseRequests::CloseRequests(const QWidget *window, std::function<void()> noticed)
-    : m_window(window), m_noticed(std::move(noticed))
+CloseRequests::CloseRequests(QWidget *window) : m_window(window)
 {
-    QCoreApplication::instance()->installNativeEventFilter(this);
+    qApp->installNativeEventFilter(this);
 }
 
 CloseRequests::~CloseRequests()
 {
-    QCoreApplication::instance()->removeNativeEventFilter(this);
+    qApp->removeNativeEventFilter(this);
+}
+
+bool CloseRequests::bringDialogToFront() const
+{
+    QWidget *dialog = QApplication::activeModalWidget();
+    if (!dialog || !m_window->findChildren<QWidget *>().contains(dialog))
+        return false;
+    dialog->raise();
+    dialog->activateWindow();
+    return true;
 }
 
 bool CloseRequests::nativeEventFilter(const QByteArray &eventType, void *message, Result *)
@@ -37,6 +45,6 @@ bool CloseRequests::nativeEventFilter(const QByteArray &eventType, void *message
     const auto &event = *static_cast<const ClientMessage *>(message);
     if ((event.kind & kindMask) == clientMessageKind && event.bitsPerItem == 32
         && event.window == m_window->internalWinId() && carriesOnlyATime(event))
-        m_noticed();
+        bringDialogToFront();
     return false;
 }

@@ -1,18 +1,17 @@
 #pragma once
 
 #include <QAbstractNativeEventFilter>
+#include <QPointer>
 #include <QWidget>
 
-#include <functional>
-
-/// Notices that the operator wants to close a window that an open dialog blocks. Qt drops such a request
-/// without an event, so it is read from what the window system sends: on X11 a client message that carries
-/// nothing but a time. Other systems say themselves that the window is blocked.
+/// Answers a request to close a window that an open dialog blocks: the dialog comes to the front. Qt drops
+/// such a request without an event, so it is read from what the window system sends: on X11 a client message
+/// that carries nothing but a time. Other systems say themselves that the window is blocked.
 class CloseRequests : public QAbstractNativeEventFilter
 {
 public:
-    /// Calls `noticed` at each request to close `window`, which is not owned.
-    CloseRequests(const QWidget *window, std::function<void()> noticed);
+    /// `window` is not owned.
+    explicit CloseRequests(QWidget *window);
     ~CloseRequests() override;
     Q_DISABLE_COPY_MOVE(CloseRequests)
 
@@ -21,6 +20,9 @@ public:
 #else
     using Result = qintptr;
 #endif
+    /// Whether a dialog of the window is open; it is in front then.
+    bool bringDialogToFront() const;
+
     bool nativeEventFilter(const QByteArray &eventType, void *message, Result *result) override;
 
     /// The client message of the X protocol, in the layout of its 32 bytes.
@@ -37,6 +39,5 @@ public:
     };
 
 private:
-    const QWidget *m_window;
-    std::function<void()> m_noticed;
+    QPointer<QWidget> m_window;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
 #include <QSet>
 #include <QTimer>
 
@@ -50,9 +51,9 @@ private:
     void stopCurrentAntenna();
     void forgetKeys();
 
-    CVextralRemoteControl *m_controller;
-    CVextralAzimuthalWidget *m_map;
-    QWidget *m_window;
+    QPointer<CVextralRemoteControl> m_controller;
+    QPointer<CVextralAzimuthalWidget> m_map;
+    QPointer<QWidget> m_window;
     /// The keys that were pressed here and not released yet.
     QSet<int> m_pressed;
     /// A key was pressed, and since then all keys have not been released for long enough.

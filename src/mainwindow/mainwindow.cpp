@@ -20,7 +20,6 @@
 #include "settings/settings.h"
 #include "settings/settingsfile.h"
 #include "widgets/antennabutton.h"
-#include "widgets/buttoncaption.h"
 #include "widgets/ledbutton.h"
 #include "widgets/map/vextralazimuthalwidget.h"
 #include "widgets/memorybutton.h"
@@ -61,7 +60,7 @@ CMainWindow::CMainWindow(const ControllerFactory &makeController, QWidget *paren
     connectController();
     createHeldKeys();
     createAntennaTabs();
-    m_modes = std::make_unique<WindowModes>(this, *m_ui, m_controller);
+    m_modes = std::make_unique<WindowModes>(this, *m_ui, m_controller.get());
     m_modes->takeSizes(settings);
     applySettings(settings);
     m_controller->hideUnusedWidgets();
@@ -85,10 +84,10 @@ void CMainWindow::tearDown()
     m_settingsDialog->close();
     m_memoryRow->finishEdits();
     // The controller points at the panel, the map and the editors, and its timer runs.
-    if (CurrentObjects::controller() == m_controller)
+    if (CurrentObjects::controller() == m_controller.get())
         CurrentObjects::setController(nullptr);
     m_heldKeys.reset();
-    delete m_controller;
+    m_controller.reset();
     delete takeCentralWidget();
 }
 
@@ -99,7 +98,7 @@ void CMainWindow::buildForm()
     m_ui->setupUi(this);
     m_ui->plus180Button->setText(QStringLiteral("+180"));
     m_ui->propertiesFrame->hide();
-    m_closeRequests = std::make_unique<CloseRequests>(this, [this] { bringDialogToFront(); });
+    m_closeRequests = std::make_unique<CloseRequests>(this);
     m_mapImageChoice = std::make_unique<MapImageChoice>(this);
     connect(m_mapImageChoice.get(), &MapImageChoice::installed, this, &CMainWindow::showNewMap);
 }
@@ -133,21 +132,22 @@ void CMainWindow::createMemoryRow()
 
 void CMainWindow::createController(const ControllerFactory &makeController, const CSettings &settings)
 {
-    m_controller = makeController(settings);
-    CurrentObjects::setController(m_controller);
+    m_controller.reset(makeController(settings));
+    CurrentObjects::setController(m_controller.get());
     m_controller->setRemoteControlWidget(m_ui->remoteControlWidget);
     m_controller->setAzimuthalWiget(m_ui->azimuthalWidget);
-    m_ui->azimuthalWidget->setDevice(m_controller);
+    m_ui->azimuthalWidget->setDevice(m_controller.get());
 }
 
 void CMainWindow::connectController()
 {
     using Controller = CVextralRemoteControl;
-    connect(m_controller, &Controller::onRelayBoxIdChanged, this, &CMainWindow::onRotorRelayBoxIdChanged);
+    connect(m_controller.get(), &Controller::onRelayBoxIdChanged, this,
+            &CMainWindow::onRotorRelayBoxIdChanged);
     connect(m_ui->azimuthalWidget, &CVextralAzimuthalWidget::onCurrentAntennaChanged, this,
             &CMainWindow::onCurrentAntennaChanged);
-    connect(m_controller, &Controller::onStopRotating, this, &CMainWindow::onStopRotating);
-    connect(m_controller, &Controller::onStartRotating, this,
+    connect(m_controller.get(), &Controller::onStopRotating, this, &CMainWindow::onStopRotating);
+    connect(m_controller.get(), &Controller::onStartRotating, this,
             [this](double angle) { m_memoryRow->showStart(angle); });
     connect(m_settingsDialog.get(), &SettingsDialogLoan::accepted, this, &CMainWindow::onSettingsAccepted);
     connect(m_ui->tabWidget, &QTabWidget::currentChanged, this, &CMainWindow::onTabChanged);
@@ -157,7 +157,7 @@ void CMainWindow::connectController()
 
 void CMainWindow::createHeldKeys()
 {
-    m_heldKeys = std::make_unique<HeldKeys>(m_controller, m_ui->azimuthalWidget, this);
+    m_heldKeys = std::make_unique<HeldKeys>(m_controller.get(), m_ui->azimuthalWidget, this);
     connect(m_heldKeys.get(), &HeldKeys::delayPassed, this, &CMainWindow::onAntennaDirectionTimer);
     for (QPushButton *button : {m_ui->pushButton, m_ui->zoomInButton, m_ui->zoomInButton_2,
                                 m_ui->hidePropertiesButton, m_ui->propertiesButton})
@@ -167,7 +167,7 @@ void CMainWindow::createHeldKeys()
 
 void CMainWindow::createAntennaTabs()
 {
-    m_antennaTabs = std::make_unique<AntennaTabs>(m_ui->tabWidget, m_ui->tabWidgetLayout, m_controller);
+    m_antennaTabs = std::make_unique<AntennaTabs>(m_ui->tabWidget, m_ui->tabWidgetLayout, m_controller.get());
     m_antennaTabs->createEditors();
     for (QCheckBox *tick : m_ui->tabWidget->findChildren<QCheckBox *>())
         m_heldKeys->passFrom(tick);
@@ -202,7 +202,6 @@ void CMainWindow::createDeviceShortcuts()
     if (radios == 0 || m_controller->rotorCount() > 0)
         return;
     delete m_rotorShortcut;
-    m_rotorShortcut = nullptr;
 }
 
 void CMainWindow::connectMenu()
@@ -270,9 +269,8 @@ void CMainWindow::applySettings(const CSettings &settings)
 {
     m_antennaTabs->apply(settings, m_ui->azimuthalWidget);
     m_memoryRow->showTexts(settings.memories);
-    const QList<CAntennaButton *> radios = m_ui->remoteControlWidget->radioButtons();
-    for (int i = 0; i < radios.size() && i < CSettings::elementCount; ++i)
-        radios[i]->setText(captionOfName(settings.radioNames[i]));
+    m_ui->remoteControlWidget->showRadioNames(
+        QStringList(settings.radioNames.begin(), settings.radioNames.end()));
     m_ui->remoteControlWidget->relayout();
     m_ui->azimuthalWidget->update();
     m_modes->apply(interfaceModeOf(settings.interfaceMode));
@@ -370,6 +368,13 @@ void CMainWindow::resizeEvent(QResizeEvent *event)
     m_modes->followResize();
 }
 
+void CMainWindow::changeEvent(QEvent *event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::WindowStateChange)
+        m_modes->followState(static_cast<QWindowStateChangeEvent *>(event)->oldState());
+}
+
 void CMainWindow::on_propertiesButton_clicked()
 {
     m_modes->openProperties();
@@ -382,22 +387,12 @@ void CMainWindow::on_hidePropertiesButton_clicked()
 
 void CMainWindow::closeEvent(QCloseEvent *event)
 {
-    if (bringDialogToFront())
+    if (m_closeRequests->bringDialogToFront())
         return event->ignore();
     // So that the size without the panel is the one that is kept.
     m_modes->closeProperties();
     m_heldKeys->stopRotation();
     QMainWindow::closeEvent(event);
-}
-
-bool CMainWindow::bringDialogToFront()
-{
-    QWidget *dialog = QApplication::activeModalWidget();
-    if (!dialog || !findChildren<QWidget *>().contains(dialog))
-        return false;
-    dialog->raise();
-    dialog->activateWindow();
-    return true;
 }
 
 void CMainWindow::onPreferenceMenuTriggered(bool /*c*/)
@@ -410,7 +405,7 @@ void CMainWindow::onShowSettingsDialog()
     if (!m_controller->capabilityH())
         return;
     m_modes->closeProperties();
-    m_settingsDialog->open(m_controller, m_antennaTabs.get());
+    m_settingsDialog->open(m_controller.get(), m_antennaTabs.get());
 }
 
 void CMainWindow::onSettingsAccepted(const QString &mode)
@@ -429,7 +424,7 @@ void CMainWindow::onShowAntennaLabelEditorDialog()
 {
     if (!m_controller->capabilityI())
         return;
-    const QDialog *dialog = editLabels(m_ui->remoteControlWidget, m_controller, this);
+    const QDialog *dialog = editLabels(m_ui->remoteControlWidget, m_controller.get(), this);
     connect(this, &CMainWindow::configurationAboutToChange, dialog, &QDialog::reject);
 }
 

@@ -69,6 +69,7 @@ private slots:
     void onEditLabelsMenuTriggered(bool c);
 
 protected:
+    void changeEvent(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void keyReleaseEvent(QKeyEvent *event) override;
@@ -94,13 +95,11 @@ private:
 
     void onStopRotating();
     void onSettingsAccepted(const QString &mode);
-    /// Whether a dialog of this window is open; it is in front then.
-    bool bringDialogToFront();
 
     void tearDown();
 
     std::unique_ptr<Ui::CMainWindow> m_ui;
-    QPointer<CVextralRemoteControl> m_controller;
+    std::unique_ptr<CVextralRemoteControl> m_controller;
     std::unique_ptr<MemoryRow> m_memoryRow;
     std::unique_ptr<Shortcuts> m_shortcuts;
     std::unique_ptr<HeldKeys> m_heldKeys;
@@ -109,7 +108,7 @@ private:
     std::unique_ptr<CloseRequests> m_closeRequests;
     std::unique_ptr<MapImageChoice> m_mapImageChoice;
     std::unique_ptr<SettingsDialogLoan> m_settingsDialog;
-    /// Null when the model's radios need the key.
-    QShortcut *m_rotorShortcut = nullptr;
+    /// Gone when the model's radios need the key.
+    QPointer<QShortcut> m_rotorShortcut;
     bool m_changingRelayBox = false;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
 
 class QWidget;
 
@@ -29,5 +30,5 @@ private:
     void install(const QString &chosenFile);
     void refuse(const QString &fileName);
 
-    QWidget *m_window;
+    QPointer<QWidget> m_window;
 };

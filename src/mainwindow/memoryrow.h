@@ -3,6 +3,7 @@
 #include "settings/settings.h"
 
 #include <QCoreApplication>
+#include <QPointer>
 
 #include <vector>
 
@@ -52,9 +53,9 @@ private:
     void giveUpRecall();
 
     std::vector<CMemoryButton *> m_memories;
-    QPushButton *m_opposite;
-    CVextralAzimuthalWidget *m_map;
+    QPointer<QPushButton> m_opposite;
+    QPointer<CVextralAzimuthalWidget> m_map;
     /// The button recalled last and its azimuth in degrees.
-    QPushButton *m_recalled = nullptr;
+    QPointer<QPushButton> m_recalled;
     int m_recalledAzimuth = 0;
 };

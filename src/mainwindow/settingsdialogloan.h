@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
 
 class AntennaTabs;
 class CSettingsDIalog;
@@ -36,6 +37,6 @@ private:
     CSettingsDIalog *dialog();
     void onFinished(int result);
 
-    QWidget *m_window;
-    AntennaTabs *m_tabs = nullptr;
+    QPointer<QWidget> m_window;
+    QPointer<AntennaTabs> m_tabs;
 };

@@ -2,6 +2,7 @@
 
 #include <QHash>
 #include <QLatin1String>
+#include <QPointer>
 #include <QShortcut>
 #include <QString>
 
@@ -74,6 +75,6 @@ public:
 private:
     QShortcut *make(const QString &keys);
 
-    QWidget *m_window;
+    QPointer<QWidget> m_window;
     QHash<const QObject *, int> m_positions;
 };

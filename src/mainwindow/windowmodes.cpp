@@ -11,6 +11,8 @@
 #include <QLayout>
 #include <QMainWindow>
 
+#include <utility>
+
 namespace {
 
 constexpr int remoteFrameMaximumHeight = 90;
@@ -20,7 +22,8 @@ constexpr int propertiesButtonRightOffset = 22;
 constexpr int propertiesButtonTop = 2;
 
 /// Those in which the window has a size that the operator did not choose.
-constexpr Qt::WindowStates otherStates = Qt::WindowMinimized | Qt::WindowMaximized | Qt::WindowFullScreen;
+constexpr Qt::WindowStates enlargedStates = Qt::WindowMaximized | Qt::WindowFullScreen;
+constexpr Qt::WindowStates otherStates = Qt::WindowMinimized | enlargedStates;
 
 bool hasMapImage()
 {
@@ -121,6 +124,20 @@ void WindowModes::followResize()
     m_form.propertiesButton->raise();
     if (hasNormalSize())
         storeSize(m_window->size());
+    else if (m_doubtfulSize.isValid() && m_doubtfulSize != m_window->size())
+        storeSize(std::exchange(m_doubtfulSize, QSize()));
+}
+
+void WindowModes::followState(Qt::WindowStates before)
+{
+    const bool wasNormal = !(before & otherStates);
+    if (!wasNormal && hasNormalSize()) {
+        m_doubtfulSize = QSize();
+        storeSize(m_window->size());
+    } else if (wasNormal && (m_window->windowState() & enlargedStates) && m_sizeBefore.isValid()) {
+        m_doubtfulSize = m_window->size();
+        storeSize(m_sizeBefore);
+    }
 }
 
 bool WindowModes::hasNormalSize() const
@@ -128,11 +145,13 @@ bool WindowModes::hasNormalSize() const
     return !(m_window->windowState() & otherStates);
 }
 
-void WindowModes::storeSize(const QSize &size)
+void WindowModes::storeSize(QSize size)
 {
     if (!isInterfaceMode(m_mode))
         return;
-    m_sizes[std::size_t(m_mode)] = size;
+    QSize &present = m_sizes[std::size_t(m_mode)];
+    if (size != present)
+        m_sizeBefore = std::exchange(present, size);
     CSettings settings;
     QSize &stored = settings.*interfaceModes[std::size_t(m_mode)].size;
     // The window opens in the size that is stored: its first picture does not wait for the disk.

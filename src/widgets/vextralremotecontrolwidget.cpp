@@ -218,6 +218,12 @@ void CVextralRemoteControlWidget::showAntennaName(int index, const QString &name
     button->setAccessibleDescription(name);
 }
 
+void CVextralRemoteControlWidget::showRadioNames(const QStringList &names)
+{
+    for (int i = 0; i < std::min(m_radioButtons.size(), names.size()); ++i)
+        m_radioButtons[i]->setText(captionOfName(names[i]));
+}
+
 bool CVextralRemoteControlWidget::isAntennaEnabled(int index) const
 {
     const CAntennaButton *button = m_antennaButtons.value(index);

@@ -38,6 +38,7 @@ public:
     void place(const PanelGeometry &geometry);
     /// Shows an antenna's name on its button, on a new line after each slash.
     void showAntennaName(int index, const QString &name);
+    void showRadioNames(const QStringList &names);
     /// An antenna's button does nothing while it is disabled.
     bool isAntennaEnabled(int index) const;
     void setAntennaEnabled(int index, bool enabled);

@@ -126,6 +126,36 @@ private slots:
         QCOMPARE(CSettings().extendedSize, size);
     }
 
+    /// The platform sends the state and then the size; where that is the present one it sends the state only.
+    void theOrderOfSizeAndStateDoesNotMatter_data()
+    {
+        QTest::addColumn<bool>("stateFirst");
+        QTest::newRow("state, size") << true;
+        QTest::newRow("size, state") << false;
+    }
+    void theOrderOfSizeAndStateDoesNotMatter()
+    {
+        QFETCH(bool, stateFirst);
+        Window window;
+        const QSize frame = window.frameGeometry().size() - window.size();
+        const QSize whole = window.screen()->availableSize() - frame;
+        const auto follow = [&](Qt::WindowStates state, const QSize &size) {
+            if (!stateFirst)
+                window.resize(size);
+            window.setWindowState(state);
+            QCoreApplication::processEvents();
+        };
+        for (const QSize &chosen : {QSize(600, 500), QSize(620, 510)}) {
+            window.resize(chosen);
+            QCOMPARE(CSettings().extendedSize, chosen);
+            follow(Qt::WindowMaximized, whole);
+            QCOMPARE(window.size(), whole);
+            QCOMPARE(CSettings().extendedSize, chosen);
+            follow(Qt::WindowNoState, chosen);
+            QCOMPARE(CSettings().extendedSize, chosen);
+        }
+    }
+
     void nothingOldShinesThroughAtAFractionalScale()
     {
         Window window;
