@@ -10,10 +10,11 @@
 
 class ReplyReader;
 
-/// What is said over the line to a box: commands go out, queries wait for their replies, all of it is logged.
+/// Sends commands and queries over the line to a box, waits for the replies, and logs everything.
 ///
-/// There is a line from open() until close(), whether or not it is open. A status query runs the event loop
-/// in each of its rounds, so anything may happen to the line inside it; the query notices and ends.
+/// It has a Line from open() to close(), also while the port is not open. A status query runs the event loop
+/// after each of its rounds, and a slot may close or replace the line there. The query then ends without a
+/// reply.
 class BoxLink : public QObject
 {
     Q_OBJECT
@@ -22,32 +23,33 @@ public:
     BoxLink();
     ~BoxLink() override;
 
-    /// What makes the lines from the next open() on.
+    /// Sets the function that makes the line at the next open().
     void setLineFactory(LineFactory factory) { m_factory = std::move(factory); }
 
-    /// Only where there is no line yet. Returns whether the line is open now.
+    /// Makes the line and opens it. To be called only without a line. Returns whether it is open now.
     bool open(const QString &portName);
     void close();
     bool hasLine() const { return m_line != nullptr; }
     bool isOpen() const { return m_line && m_line->isOpen(); }
     bool takesOrders() const { return m_line && m_line->takesOrders(); }
-    /// As Line::opening(), 0 where there is no line.
+    /// As Line::opening(); 0 without a line.
     int opening() const { return m_line ? m_line->opening() : 0; }
     LineState state() const { return m_line ? m_line->state() : LineState(); }
 
-    /// Called before each poll, so that the line can look after itself.
+    /// To be called before each poll; see Line::tend().
     void tend();
-    /// Called after a poll that was not answered. What was answered is noted without it.
+    /// To be called after a poll without an answer. The queries themselves note their answers.
     void noteSilence();
-    /// Lets time pass, as the box needs it. There is none to give without a line.
+    /// Waits, because the box needs time. Returns at once without a line.
     void pause(int milliseconds);
 
-    /// Writes a composed command and waits until it has left, at most a second. False when it did not.
+    /// Writes a composed command and waits at most a second until it has left. False when it did not leave,
+    /// or when the line takes no orders.
     bool send(const QByteArray &command);
-    /// Logs the text in a frame, then sends.
+    /// Logs the text between two separator lines, then sends the command.
     bool send(const char *logText, const QByteArray &command);
 
-    /// Asks for a status. Any reply but a good one means that there is none.
+    /// Asks for a status. There is one only when the kind of the result is Good.
     Protocol::StatusReply readStatus(const Protocol::StatusQuery &query);
     /// Asks an open line for the azimuth, in degrees. Runs no event loop.
     std::optional<double> readAngle();
@@ -56,7 +58,7 @@ public:
     static void dump(const QString &command, const QByteArray &line);
 
 signals:
-    /// As the line's signals of these names.
+    /// Emitted with the line's signals of the same names.
     void opened();
     void lost();
     void back();
@@ -66,7 +68,8 @@ private:
     void sendQuery(const QByteArray &query);
     /// Waits one round for a line and dumps it to the log as a reply to `command`; empty when there is none.
     QByteArray readLine(const char *command);
-    /// False ends the query with nothing to decode.
+    /// Collects the reply in rounds. False when there is nothing to decode: the box refused the query, or the
+    /// line was closed or opened meanwhile.
     bool collect(ReplyReader &reader, const Protocol::StatusQuery &query);
 
     LineFactory m_factory;

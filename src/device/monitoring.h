@@ -10,13 +10,13 @@ class CVextralAntenna;
 class CVextralRemoteControl;
 
 /// Polling and synchronisation: reads the box at the start and at each interval, and notices from the
-/// readings when a rotation begins and ends.
+/// statuses when a rotation begins and ends.
 ///
 ///     start() --> synchronisation pass --> a poll each interval --> stop()
 ///     poll: status --> panel, map --> each antenna on the selected rotor follows its azimuth
 ///
-/// The queries run the event loop, so a poll may run inside a poll or a pass, and the line may be closed
-/// there.
+/// The status queries run the event loop, so another poll may run inside a poll or a pass, and the line may
+/// be closed there.
 class Monitoring : public QObject
 {
     Q_OBJECT
@@ -24,17 +24,21 @@ class Monitoring : public QObject
 public:
     explicit Monitoring(CVextralRemoteControl &controller);
 
-    /// Lets the controller synchronise, then polls. False when it was stopped or started anew meanwhile.
+    /// Lets the controller run the synchronisation pass, then starts the timer of the polls. False when
+    /// monitoring was stopped or started again inside the pass.
     bool start();
     void stop();
     bool isActive() const { return m_timer.isActive(); }
-    /// Milliseconds between two polls; a running timer keeps its period.
+    /// Milliseconds between two polls. A change does not affect a running timer.
     int interval() const { return m_interval; }
     void setInterval(int milliseconds) { m_interval = milliseconds; }
-    /// Whether the azimuth that was read last belongs to the status that is being shown.
+    /// Whether the azimuth that was read last belongs to the status that is being shown. While this is true
+    /// the controller returns that azimuth and does not ask the box again.
     bool holdsAngle() const { return m_holdsAngle; }
 
+    /// The synchronisation pass: reads the azimuths of both rotors and leaves the first one selected.
     void synchronise();
+    /// Reads the status once and shows it.
     void poll();
     /// Shows a status on the panel, the map and the editors.
     void show(const CDeviceStatus &status);
@@ -49,7 +53,7 @@ private:
     void synchroniseOtherRotor(int run);
     void synchronise(CVextralAntenna *antenna);
     void showSelectedRotor(int rotor);
-    /// False ends the poll: the antenna jumped.
+    /// False when the azimuth differs too much from the last one to be shown now; the poll ends then.
     bool follow(CVextralAntenna *antenna, const CDeviceStatus &status);
     bool animateTowards(CVextralAntenna *antenna, double angle);
 
@@ -57,8 +61,8 @@ private:
     QTimer m_timer;
     int m_interval = 1500;
     bool m_holdsAngle = false;
-    /// The rotor whose antenna was made current last.
+    /// The rotor whose antenna was made the current one last, -1 for none yet.
     int m_lastRotor = -1;
-    /// Counts the starts and stops, so that a pass notices that it is not wanted any more.
+    /// Counts the starts and stops, so that a pass notices that monitoring was stopped or started inside it.
     int m_run = 0;
 };

@@ -4,19 +4,20 @@
 
 #include <optional>
 
-/// A rotator as a state machine. What happens goes in; at most one order for the box comes out of each event,
-/// and the lamps of the panel follow from the value.
+/// A rotator as a state machine. Each event is a call, which returns at most one order for the box. The lamps
+/// of the panel are read from this object after each event.
 ///
-/// The box says nothing but its azimuth. A reading has *moved* when its whole degrees differ from those of
-/// the one before, unless that one failed. At most one target and one direction are kept; they outlive their
-/// sending. A target is kept in each state that takes it, a direction only where it has to wait.
+/// The box reports nothing but its azimuth. A reading has *moved* when its whole degrees differ from those of
+/// the reading before, unless that one failed. At most one target and one direction are kept, also after they
+/// were sent. A target is always kept, except in Away, which refuses it; a direction is kept only where it
+/// had to wait.
 ///
 ///     event           | Resting                | Turning                 | Doubtful
 ///     ----------------+------------------------+-------------------------+-----------------------
 ///     reading, moved  | Turning, but Doubtful  | -                       | -
 ///                     | if the reading failed  |                         |
-///     reading, same   | the third: lamps off   | Resting, lamps off,     | Resting, lamps off,
-///                     |                        | *resume*                | *arrived*
+///     reading, same   | the third in a row:    | Resting, lamps off,     | Resting, lamps off,
+///                     | lamps off              | *resume*                | *arrived*
 ///     target          | go there               | *soft stop*             | *soft stop*, Turning
 ///     target, digits  | go there               | *soft stop*, go there,  | as Turning
 ///                     |                        | Resting                 |
@@ -30,14 +31,16 @@
 ///     stop()          | *soft stop*            | *soft stop*             | *soft stop*
 ///     line went away  | Away: forget both and the readings, lamps off, in each state
 ///
+///     digits     The target was chosen on the digital display.
+///     lit, dark  The button of a direction was pressed while its lamp was lit or dark.
 ///     resume     Turn to the kept direction and light it. Then *arrived*, then go to a target still kept.
-///     arrived    The kept target is forgotten where the reading is in its whole degree.
+///     arrived    Forget the kept target if its whole degrees are those of the reading.
 ///     soft stop  CCW and CW dark. With two good readings: forget the direction, light STOP, and run out
-///                ten degrees on; where they are equal nothing is sent. Otherwise: brake.
-///     Away       There is no line. All is refused but lineOpened(), which leads to Resting.
-///     Doubtful   Only a failed reading looks like a rotation, and nothing was asked for since.
+///                ten degrees on; if they are equal, nothing is sent. Otherwise: brake.
+///     Away       There is no line. Everything is refused except lineOpened(), which leads to Resting.
+///     Doubtful   A failed reading came after a good one at rest, and nothing was asked for since.
 ///
-/// Azimuths are compass degrees, unknownAngle for none and for a failed reading.
+/// Azimuths are compass degrees; unknownAngle stands for no target and for a failed reading.
 class RotatorMotion
 {
 public:
@@ -68,7 +71,7 @@ public:
 
     std::optional<Direction> litDirection() const { return m_lit ? m_asked : std::nullopt; }
     bool isStopLit() const { return m_stopLit; }
-    /// A soft stop was sent, and the rotor is not seen at rest yet.
+    /// A soft stop was sent, and no reading has shown yet that the rotor rests.
     bool isRunningOut() const { return m_state == State::Turning && m_stopSent; }
     /// STOP came before a movement was seen, and now one is seen.
     bool isStopUnheeded() const { return m_stoppedUnseen && m_state == State::Turning; }
@@ -78,23 +81,25 @@ public:
     bool lineWentAway();
 
     Seen poll(double reading);
-    /// After the end of a turn has been told: the kept direction.
+    /// To be called first after poll() returned EndOfTurn: the order to turn to the kept direction, if any.
     MaybeOrder resumeDirection();
-    /// After the end of a turn or a doubt. Returns whether the rotor is where it was to go, which may be
-    /// nowhere.
+    /// To be called after poll() returned EndOfTurn or EndOfDoubt: forgets the target when the rotor has
+    /// reached it. Returns whether it has; true also without a target when the reading failed.
     bool forgetReachedTarget();
-    /// After the end of a turn: the kept target.
+    /// To be called last after EndOfTurn: the order to go to the kept target, if any.
     MaybeOrder resumeTarget();
 
     MaybeOrder goTo(double azimuth);
-    /// As goTo(), for a tracker, which asks again and again: while the rotor runs out the target only takes
-    /// the place of the one that waits, or the rotor would never come to rest.
+    /// As goTo(), for a tracker, which sends new targets all the time. While the rotor runs out, the target
+    /// only replaces the one that waits; another soft stop each time would keep the rotor from coming to
+    /// rest.
     MaybeOrder redirect(double azimuth);
-    /// The first half of a target by digits, which goTo() follows.
+    /// To be called before goTo() for a target by digits: stops a turning rotor without waiting for its rest.
     MaybeOrder cutShort();
     MaybeOrder turn(Direction direction);
     void letGoOfDirection() { m_lit = m_asked.has_value(); }
-    /// Forgets; stopTurning() is the second half, for when the lamp shows.
+    /// STOP was pressed: forgets target and direction and sets the lamps. The caller shows the lamps, then
+    /// calls stopTurning(), which returns the order.
     void pressStop();
     MaybeOrder stopTurning() { return isTurning() ? softStop() : std::nullopt; }
     void letGoOfStop() { m_stopLit = isTurning(); }
@@ -104,7 +109,7 @@ private:
     MaybeOrder start(Direction direction);
     MaybeOrder softStop();
     void darken();
-    /// The rotor is given time again to be seen moving.
+    /// Starts to count anew the readings without movement after which the lamps go dark.
     void expectMovement();
 
     State m_state = State::Away;

@@ -13,13 +13,13 @@ namespace Ui {
 class CMainWindow;
 }
 
-/// What the window shows in each interface mode and how large it is then, and the properties panel that
-/// widens it. A size that the operator gives the window is kept as that of the present mode; the one of a
-/// maximised, minimised or full-screen window is not. Window managers report the new size before or after the
-/// new state:
+/// Sets what the window shows in each interface mode and its size there, and opens the properties panel,
+/// which makes the window wider. When the operator resizes the window, the size is saved for the present
+/// mode, but not while the window is maximised, minimised or full-screen. When the window becomes maximised
+/// or full-screen, some window managers report the new size before the new state, others after it:
 ///
-///     size, state: followState() brings the size from before back
-///     state, size: followState() does so too early, and followResize() undoes it
+///     first size, then state: followResize() saves the large size, followState() restores the one before
+///     first state, then size: followState() restores an old size, and followResize() corrects this
 ///
 /// Sizes are in pixels. Window, form and controller are not owned.
 class WindowModes
@@ -27,21 +27,23 @@ class WindowModes
 public:
     WindowModes(QMainWindow *window, const Ui::CMainWindow &form, CVextralRemoteControl *controller);
 
-    /// Takes the size of each mode over.
+    /// Loads the size of each mode.
     void takeSizes(const CSettings &settings);
-    /// Enters `mode`, an InterfaceMode; the controller receives any other number too.
+    /// Changes to `mode`, an InterfaceMode. A number that is none is only handed to the controller. A model
+    /// without a map is always in MiniMode.
     void apply(int mode);
-    /// Gives empty frames no room.
+    /// Hides the frames that have nothing to show, which would take room otherwise.
     void fitFramesToContent();
 
     void openProperties();
     void closeProperties();
 
-    /// The window's size changed.
+    /// To be called when the window's size has changed.
     void followResize();
-    /// The window's state changed, e.g. to maximised; `before` is the former one.
+    /// To be called when the window's state has changed, for example to maximised; `before` is the former
+    /// state.
     void followState(Qt::WindowStates before);
-    /// Without a map image, shows in the empty map where one can be chosen.
+    /// In ExtendedMode without a map image, shows a text in the empty map that says where to choose one.
     void showMapNotice();
 
 private:
@@ -55,11 +57,12 @@ private:
     const Ui::CMainWindow &m_form;
     QPointer<CVextralRemoteControl> m_controller;
     int m_mode = ExtendedMode;
-    /// By InterfaceMode.
+    /// The index is the InterfaceMode.
     std::array<QSize, interfaceModes.size()> m_sizes{};
-    /// The normal size before the last one.
+    /// The size that was saved before the present one.
     QSize m_sizeBefore;
-    /// The last size before the window was maximised; it belongs to that state when no other one follows.
+    /// The size when the window was maximised. It is the maximised size if no other size is reported
+    /// afterwards, and the normal one otherwise.
     QSize m_doubtfulSize;
     /// The size before the properties panel was opened.
     QSize m_sizeWithoutProperties;

@@ -4,11 +4,11 @@
 
 #include <vector>
 
-/// Tells a new target from one that a tracker only repeats, which it does every few seconds. A repetition
-/// must not undo what the operator did since, above all STOP.
+/// Distinguishes a new target from one that a tracker only repeats, which it does every few seconds. A
+/// repetition must not undo what the operator did since, above all STOP.
 ///
-/// Each client has its own last target. A client without one has perhaps connected anew, so its first target
-/// is compared with those of all clients, also of those that have left.
+/// Each client has its own last target. A client without one may be a tracker that has connected again, so
+/// its first target is compared with those of all clients, also of those that have left.
 class RepeatedTargets
 {
 public:
@@ -17,7 +17,7 @@ public:
     /// After `longestGapMs` without a repetition the same target counts as a new one.
     explicit RepeatedTargets(qint64 longestGapMs = usualGapMs) : m_longestGapMs(longestGapMs) {}
 
-    /// Whether this client repeats a target at `nowMs`, a time of any origin. A repetition is noted.
+    /// Whether this client repeats a target at `nowMs`, milliseconds of any clock. A repetition is noted.
     bool isRepeated(const void *client, int degrees, qint64 nowMs);
     /// The client's target was carried out.
     void note(const void *client, int degrees, qint64 nowMs);

@@ -8,8 +8,8 @@ class QTcpSocket;
 class RepeatedTargets;
 class RotctldRotator;
 
-/// One connection of a program on the network. A client takes at most a few kilobytes: a line that is too
-/// long is not kept, and a client that does not read its answers is disconnected.
+/// One connection of a program on the network. Its memory is limited: a line that is too long is not kept,
+/// and a client that leaves more than mostUnreadBytes of answers unread is disconnected.
 class RotctldClient : public QObject
 {
     Q_OBJECT
@@ -20,13 +20,13 @@ public:
 
     enum class Served { Nothing, Line, Order };
 
-    /// Takes `socket`, which is connected, over.
+    /// Takes over `socket`, which is connected.
     RotctldClient(QTcpSocket *socket, RotctldRotator &rotator, RepeatedTargets &targets, QObject *parent);
 
     /// Carries out the next line, if a whole one has come.
     Served serveLine();
     bool hasLine() const;
-    /// The connection has ended; lines that came before may wait.
+    /// Whether the connection has ended. Lines that came before its end may still have to be carried out.
     bool hasGone() const;
 
 signals:
@@ -45,6 +45,6 @@ private:
     RotctldRotator &m_rotator;
     QByteArray m_name;
     RepeatedTargets &m_targets;
-    /// What is being received is longer than any command, and is left out up to its end.
+    /// The line that is being received is longer than any command and is ignored up to its end.
     bool m_isTooLong = false;
 };

@@ -4,21 +4,21 @@
 
 class CDeviceKT240M;
 
-/// The rotator of this program as the network sees it: an order is the operator's own, with its lamps, its
-/// dashed line and its soft stop.
+/// The rotator of this program for the network. An order does the same as one of the operator: lamps, dashed
+/// line and soft stop.
 class RotctldDevice : public RotctldRotator
 {
 public:
-    /// `device` must live as long.
+    /// `device` must outlive this object.
     explicit RotctldDevice(CDeviceKT240M &device) : m_device(device) {}
 
     QByteArray model() const override;
     std::optional<double> azimuth() const override;
     bool takesOrders() const override;
     void turnTo(int degrees) override;
-    /// As by the key: the lamp is lit, and the same side again is no order.
+    /// As the key: the lamp is lit, and the same side once more does nothing.
     void turn(Side side) override;
-    /// As by the STOP button: what waits is forgotten.
+    /// As the STOP button: a target or direction that waits is forgotten.
     void stop() override;
 
 private:

@@ -4,7 +4,8 @@
 
 #include <optional>
 
-/// What programs on the network may see of a rotator and ask of it. An order must not run the event loop.
+/// What programs on the network may read from a rotator, and the orders that they may give. No order may run
+/// the event loop.
 class RotctldRotator
 {
 public:
@@ -13,11 +14,11 @@ public:
     virtual ~RotctldRotator() = default;
 
     virtual QByteArray model() const = 0;
-    /// Compass degrees; nothing while no reading is known.
+    /// Compass degrees; nothing after a failed reading.
     virtual std::optional<double> azimuth() const = 0;
     /// Orders are given only while this is true. An order that makes it false did not reach the rotator.
     virtual bool takesOrders() const = 0;
-    /// To whole degrees on the compass.
+    /// `degrees` is from 0 to 359.
     virtual void turnTo(int degrees) = 0;
     virtual void turn(Side side) = 0;
     virtual void stop() = 0;

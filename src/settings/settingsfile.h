@@ -9,15 +9,16 @@
 class CSettings;
 class QSettings;
 
-/// The settings file beside the executable, and beside it the kept configurations of the relay boxes that are
-/// not connected now.
+/// The settings file beside the executable, and in the same folder the configurations of the relay boxes that
+/// are not connected now.
 ///
 /// The file is replaced as a whole, never written in place:
 ///
 ///     values  ──QSettings──>  draft  ──is it whole?──>  renamed to the settings file
 ///
-/// Killed at any moment, or on a full disk, the program leaves the former file or the new one. Several copies
-/// of the program may share the file: each has a draft of its own, which carries its process number.
+/// So a program that is killed, or that finds the disk full, leaves either the former file or the new one.
+/// Several copies of the program may share the file. Each writes a draft of its own, whose name ends in the
+/// number of its process.
 class SettingsFile
 {
 public:
@@ -27,28 +28,28 @@ public:
     /// Where the configuration of a relay box is kept while another box is connected.
     static QString keptPath(int relayBoxId);
 
-    /// Lets `read` take values out of the file; a missing file has none. A file that cannot be decoded is
-    /// renamed to `<its name>.unreadable`, logged, and counts as missing; `read` is then called twice.
+    /// Calls `read` with the values of the file; a missing file has none. A file that cannot be decoded is
+    /// renamed to `<its name>.unreadable` and logged. `read` is then called again, without any values.
     void load(const std::function<void(const QSettings &)> &read);
-    /// Replaces the file by one with what `write` sets; the values of other keys stay. False when the file
-    /// stayed as it was.
+    /// Replaces the file by one with the values that `write` sets; the values of other keys stay. False when
+    /// the file could not be replaced and is as it was before.
     bool save(const std::function<void(QSettings &)> &write);
-    /// Whether the file is another one than this program loaded or saved last.
+    /// Whether the file has changed since this program loaded or saved it last.
     bool isChangedByOthers() const;
 
-    /// Puts the configuration of relay box `next` in the place of the one of box `current`:
+    /// Replaces the configuration of relay box `current` in the settings file by that of box `next`:
     ///
     ///     settings file        ──copy──>  kept file of `current`
     ///     kept file of `next`  ──copy──>  settings file          (a box seen before)
     ///     settings file gets id and name of `next`               (a new box)
     ///
-    /// Returns the settings that are valid then. Their relayBoxId is always `next`, even where the file could
-    /// not be written, so that the caller never takes a box for another one again and again. A configuration
-    /// that could not be kept is not replaced, which is logged.
+    /// Returns the settings that are valid then. Their relayBoxId is always `next`, even if the file could
+    /// not be written; otherwise each poll would report another box and start the exchange again. When the
+    /// configuration of `current` could not be kept, it is not replaced, and this is logged.
     CSettings exchange(int current, int next);
 
 private:
-    /// What distinguishes a changed file from an unchanged one; a missing file compares equal.
+    /// Size and time of change, by which a changed file is noticed. A missing file has the default values.
     struct State
     {
         qint64 size = 0;
@@ -61,9 +62,9 @@ private:
     bool replace(const std::function<bool(const QString &draft)> &makeDraft);
     bool bringBack(const QString &kept);
 
-    /// None before the first load.
+    /// The state after the last load or save; none before the first one.
     std::optional<State> m_lastSeen;
-    /// The box whose configuration is in the file although another one is connected, after an exchange that
-    /// failed.
+    /// After an exchange that failed: the box whose configuration is still in the file although another box
+    /// is connected.
     std::optional<int> m_boxThatStayed;
 };

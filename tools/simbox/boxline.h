@@ -14,9 +14,9 @@
 #include <functional>
 #include <mutex>
 
-/// A simulated box at the end of some line: its faults, its replies with their delays, and the record of what
-/// passed. What carries the bytes is a subclass with a thread of its own, so that the program may block its
-/// thread while it waits for them.
+/// A simulated box at the end of a line: the box, the faults of the line, the replies with their delays, and
+/// a record of all traffic. A subclass carries the bytes in a thread of its own, because the program under
+/// test may block its own thread while it waits for a reply.
 ///
 ///     program --bytes--> thread of the subclass --receive()--> lines --> SimulatedBox
 ///     program <--deliver()-- thread of the subclass <--sendDue()-- portions, each when it is due
@@ -26,11 +26,11 @@
 class BoxLine
 {
 public:
-    /// Real: the rotors turn with the wall clock. Manual: only advance() turns them. Faults always use the
-    /// wall clock.
+    /// Real: the rotors turn in real time. Manual: only advance() turns them. The delays of faults are always
+    /// in real time.
     enum class Clock { Real, Manual };
 
-    /// One line heard from the program (with its line end, empty lines too) or one portion sent to it.
+    /// One line received from the program (with its line end, empty lines too) or one portion sent to it.
     struct Traffic
     {
         qint64 milliseconds = 0; // since the object was made
@@ -45,67 +45,71 @@ public:
     BoxLine(const BoxLine &) = delete;
     BoxLine &operator=(const BoxLine &) = delete;
 
-    /// Serves the box. True at once when it is served already; false when that is not possible, and
-    /// errorText() tells why.
+    /// Makes the box available under portName(). Returns true when it is, also when it was before. When it is
+    /// not possible it returns false, and errorText() has the reason.
     virtual bool start() = 0;
-    /// The line returns under the same name after a hang-up. Box, faults and record are as they were left.
+    /// Opens the line under the same name again after a hang-up. Box, faults and record have not changed.
     bool restore() { return start(); }
-    /// The line goes away.
+    /// Ends the line, as when an adapter is unplugged or a server ends.
     virtual void hangUp() = 0;
     bool isUp() const;
-    /// For a hang-up that a fault brings about: true as soon as the line is down and its name is gone.
+    /// Waits for a hang-up that a fault causes: true as soon as the line is down and its name is gone, false
+    /// after `timeoutMs`.
     bool waitUntilDown(int timeoutMs = 5000) const;
 
-    /// What to choose as port in the program.
+    /// The name to enter as serial port in the program.
     virtual QString portName() const = 0;
-    /// What serves that name while the line is up, for example "/dev/pts/3".
+    /// What the name leads to while the line is up, for example "/dev/pts/3".
     QString place() const;
     /// Why the last start() failed; empty after a good one.
     QString errorText() const;
 
-    /// Runs the function on the box while the line's thread keeps off it. The function must not call this
-    /// object.
+    /// Calls the function with the box. The line's thread does not use the box meanwhile. The function must
+    /// not call this object.
     void withBox(const std::function<void(SimulatedBox &)> &function);
-    /// Lets time pass for the rotors, whatever the clock.
+    /// Lets the rotors turn for so long, with either clock.
     void advance(int milliseconds);
 
-    /// The fault acts on the next `replies` commands that it concerns, then the line is good again. Replaces
-    /// the former one.
+    /// The fault acts on the replies to the next `replies` commands to which it applies, then the line is
+    /// good again. It replaces the former fault.
     void setFault(const LineFault &fault, int replies = Forever);
     void clearFault() { setFault(LineFault::none()); }
 
-    /// Command lines heard, as they came with their line ends, without the empty ones.
+    /// The command lines received, with their line ends, without empty lines.
     QList<QByteArray> received() const;
     /// The same without line ends: "K0", "M123".
     QList<QByteArray> commands() const;
-    /// Every byte heard.
+    /// All bytes received.
     QByteArray receivedBytes() const;
     /// Both directions, in order.
     QVector<Traffic> traffic() const;
     void clearReceived();
-    /// True as soon as at least `count` command lines were heard since the last clearReceived().
+    /// Waits until at least `count` command lines were received since the last clearReceived(). False after
+    /// `timeoutMs`.
     bool waitForReceived(int count, int timeoutMs = 5000) const;
 
-    /// Told about each piece of traffic, in the line's thread, after it was recorded. Set it before start().
+    /// Sets the function that is called with each piece of traffic after it was recorded, in the line's
+    /// thread. To be set before start().
     void setListener(const std::function<void(const Traffic &)> &listener) { m_listener = listener; }
 
 protected:
     void setUp(const QString &place);
-    /// Drops what was still to be said, too.
+    /// Also drops the replies that were not sent yet.
     void setDown();
     void setErrorText(const QString &text);
 
     // For the line's thread:
     /// Bytes from the program.
     void receive(const QByteArray &bytes);
-    /// Delivers the portions that are due. False: the line is to hang up now.
+    /// Delivers the portions that are due. Returns false when the line is to hang up now.
     bool sendDue();
-    /// Milliseconds until a portion is due, 0 for now; negative when none waits.
+    /// Milliseconds until the next portion is due, 0 when one is due now, negative when there is none.
     int untilDue() const;
-    /// A program has gone, and nothing of its dialogue may reach the next one.
+    /// To be called when a program has disconnected: drops its partial line and the replies to it, which must
+    /// not reach the next program.
     void forgetDialogue();
-    /// Returns how many bytes were taken, 0 or less for none because the program does not read. It is called
-    /// by sendDue() and must not call this object.
+    /// Writes bytes towards the program and returns how many were taken; 0 or less when none were, because
+    /// the program does not read. It is called by sendDue() and must not call this object.
     virtual qint64 deliver(const char *bytes, qint64 size) = 0;
 
 private:

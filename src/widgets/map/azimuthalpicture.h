@@ -6,16 +6,18 @@
 
 #include <QPixmap>
 
-/// The picture of the azimuthal map, kept from one paint to the next in three layers:
+/// Paints the azimuthal map and keeps three results for the next paint:
 ///
 ///     piece    the visible part of the map image, at its size on the screen
-///     still    everything below the current arrow
+///     still    everything below the arrow of the current antenna, including the piece
 ///     picture  everything
 ///
-/// A scene that was painted before costs one copy; a turning arrow costs itself and what is painted over it.
+/// When the scene has not changed, nothing is painted. When only the current antenna has turned, its arrow
+/// and what is above it are painted over a copy of `still`.
 class AzimuthalPicture
 {
 public:
+    /// The picture of `scene`. It stays valid until the next call.
     const QPixmap &of(const AzimuthalScene &scene);
 
 private:
