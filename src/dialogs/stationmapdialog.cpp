@@ -16,7 +16,8 @@ namespace {
 
 constexpr int previewSide = 300;
 constexpr int fieldWidth = 120;
-constexpr int messageWidth = 170;
+constexpr int messageWidth = 200;
+constexpr int messageLines = 2;
 constexpr int margin = 12;
 constexpr int spacing = 8;
 constexpr int longestText = 30;
@@ -31,7 +32,7 @@ QLabel *createMessage()
     auto *message = new QLabel;
     message->setStyleSheet(toldColor());
     message->setWordWrap(true);
-    message->setFixedWidth(messageWidth);
+    message->setFixedSize(messageWidth, messageLines * message->fontMetrics().lineSpacing());
     return message;
 }
 
@@ -165,7 +166,6 @@ void CStationMapDialog::setStation(const std::optional<GeoPosition> &station)
 {
     m_station = station;
     m_buttons->button(QDialogButtonBox::Ok)->setEnabled(station.has_value());
-    m_caption.edit->setPlaceholderText(station ? PositionText::locatorOf(*station) : tr("call sign"));
     orderPreview();
 }
 

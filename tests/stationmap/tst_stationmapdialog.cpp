@@ -87,6 +87,7 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(!window.findChild<CStationMapDialog *>(), patienceMs);
         QCOMPARE(StationMapFile::read(installed)->caption, QString("GG66rp"));
         QVERIFY(window.map()->grab().toImage() != before);
+        QVERIFY(window.get<QLabel>("mapNoticeLabel")->isHidden());
 
         openFromMenu(window);
         dialog = window.findChild<CStationMapDialog *>();
