@@ -49,11 +49,8 @@ CDeviceKT240M::CDeviceKT240M(CSettings settings) : CVextralRemoteControl(&settin
 void CDeviceKT240M::createAntennas(const CSettings *)
 {
     // The base has made them.
-    CVextralAntenna *first = antenna(0);
-    if (!first)
-        return;
-    first->setRotorId(0);
-    first->setReadingKnown(false);
+    first().setRotorId(0);
+    first().setReadingKnown(false);
 }
 
 void CDeviceKT240M::applyRotorAssignment(const CSettings *settings)
@@ -74,9 +71,8 @@ void CDeviceKT240M::hideUnusedWidgets()
 {
     CVextralAzimuthalWidget *map = azimuthalWidget();
     if (map && map->antennaCount() > 0) {
-        map->setCurrentAntenna(antenna(0));
-        if (CRotationDigitalDisplayWidget *first = map->displayOf(map->antennaAt(0)))
-            first->hide();
+        map->setCurrentAntenna(&first());
+        map->displayOf(&first())->hide();
     }
     if (CVextralRemoteControlWidget *panel = remoteControlWidget())
         panel->hideAntenna(0);
@@ -111,6 +107,7 @@ void CDeviceKT240M::buildPanel(CVextralRemoteControlWidget *widget)
     connect(m_panel->display(), &Display::onRotationStarted, this, &CDeviceKT240M::onRotationStarted);
     connect(m_panel->display(), &Display::onRotationChanging, this, &CDeviceKT240M::onRotationChanging);
     connect(m_panel->display(), &Display::onRotationChanged, this, &CDeviceKT240M::onRotationChanged);
+    connect(m_panel->display(), &Display::onRotationGivenUp, this, &CDeviceKT240M::showTarget);
     for (const CAntennaButton *button : {m_panel->ccwButton(), m_panel->cwButton()}) {
         connect(button, &CAntennaButton::onMouseDown, this, &CDeviceKT240M::onCCWAndCWButtonsDown);
         connect(button, &CAntennaButton::onMouseUp, this, &CDeviceKT240M::onCCWAndCWButtonsUp);
@@ -124,6 +121,7 @@ void CDeviceKT240M::buildPanel(CVextralRemoteControlWidget *widget)
     connect(m_panel->dial(), &Dial::onRotationStarted, this, &CDeviceKT240M::onDialRotationStarted);
     connect(m_panel->dial(), &Dial::onRotationChanging, this, &CDeviceKT240M::onDialRotationChanging);
     connect(m_panel->dial(), &Dial::onRotationChanged, this, &CDeviceKT240M::onDialRotationChanged);
+    connect(m_panel->dial(), &Dial::onRotationGivenUp, this, &CDeviceKT240M::showTarget);
 }
 
 void CDeviceKT240M::relayoutPanel(int, int)
@@ -142,34 +140,21 @@ void CDeviceKT240M::monitore()
     const double azimuth = getCurrentAngle();
     if (isOpen())
         noteAnswer(isKnownAngle(azimuth));
-    if (m_motion.hasReading())
-        logReading(azimuth);
+    if (m_motion.hasReading()) {
+        const CVextralAzimuthalWidget *map = azimuthalWidget();
+        const CVextralAntenna *current = map ? map->currentAntenna() : nullptr;
+        qDebug("rotating last [%3.2f] to current [%3.2f] target[%3.2f] isRotating[%d]", m_motion.azimuth(),
+               azimuth, current ? current->target() : unknownAngle, m_motion.isTurning());
+    }
     const RotatorMotion::Seen seen = m_motion.poll(azimuth);
-    if (m_motion.isFirstReading())
-        takeFirstReading();
+    if (m_motion.isFirstReading()) {
+        first().setAngle(azimuth);
+        showTarget();
+    }
     showLamps();
     updateStatusDisplay(CDeviceStatus());
     if (seen != RotatorMotion::Seen::Nothing)
         endRotation(seen);
-}
-
-void CDeviceKT240M::logReading(double azimuth) const
-{
-    const CVextralAzimuthalWidget *map = azimuthalWidget();
-    const CVextralAntenna *current = map ? map->currentAntenna() : nullptr;
-    qDebug("rotating last [%3.2f] to current [%3.2f] target[%3.2f] isRotating[%d]", m_motion.azimuth(),
-           azimuth, current ? current->target() : unknownAngle, m_motion.isTurning());
-}
-
-void CDeviceKT240M::takeFirstReading()
-{
-    CVextralAntenna *first = antenna(0);
-    if (!first)
-        return;
-    aimAntenna(m_motion.azimuth());
-    if (isKnownAngle(m_motion.target()))
-        first->setTarget(m_motion.target());
-    first->setAngle(m_motion.azimuth());
 }
 
 void CDeviceKT240M::endRotation(RotatorMotion::Seen end)
@@ -203,46 +188,32 @@ void CDeviceKT240M::updateStatusDisplay(CDeviceStatus)
 {
     if (!m_panel)
         return;
-    m_panel->showAzimuth(truncatedDegrees(m_motion.azimuth()));
-    showReading();
-    if (isKnownAngle(m_motion.azimuth()))
-        moveAntenna();
-}
-
-void CDeviceKT240M::showReading()
-{
-    CVextralAntenna *first = antenna(0);
     const bool isKnown = isKnownAngle(m_motion.azimuth());
-    if (!first || first->isReadingKnown() == isKnown)
-        return;
-    first->setReadingKnown(isKnown);
-    if (azimuthalWidget())
-        azimuthalWidget()->update();
+    m_panel->showAzimuth(truncatedDegrees(m_motion.azimuth()));
+    first().setReadingKnown(isKnown); // a grey arrow, as the digits are grey
+    if (isKnown)
+        moveAntenna();
+    repaintMap();
 }
 
 void CDeviceKT240M::moveAntenna()
 {
-    CVextralAntenna *first = antenna(0);
-    if (!first)
-        return;
     const double azimuth = m_motion.azimuth();
-    const bool wasRotating = first->isRotating();
-    first->setRotating(m_motion.isTurning());
+    const bool wasRotating = first().isRotating();
+    first().setRotating(m_motion.isTurning());
     CVextralAzimuthalWidget *map = azimuthalWidget();
     if (m_motion.isTurning()) {
         if (map)
-            map->animate(first, wasRotating ? first->angle() : azimuth, azimuth, monitorInterval());
-        first->setAngle(azimuth);
+            map->animate(&first(), wasRotating ? first().angle() : azimuth, azimuth, monitorInterval());
+        first().setAngle(azimuth);
         // Somebody else may turn the antenna, and then nobody knows where it goes.
         if (!m_panel->isChoosing())
-            first->setTarget(m_motion.target());
-    } else if (azimuth != first->angle() && !m_panel->isChoosing()) {
+            first().setTarget(m_motion.target());
+    } else if (azimuth != first().angle() && !m_panel->isChoosing()) {
         aimAntenna(azimuth);
     } else if (map) {
         map->stopAnimation();
     }
-    if (map)
-        map->update();
 }
 
 void CDeviceKT240M::lineWentAway()
@@ -258,8 +229,9 @@ void CDeviceKT240M::lineWentAway()
 
 bool CDeviceKT240M::rotateTo(double azimuth)
 {
+    endChoice();
     if (!takesOrders()) {
-        restAntenna(); // it may show the target already
+        showTarget(); // the antenna may have the refused one already
         return false;
     }
     const bool waits = m_motion.isTurning();
@@ -287,26 +259,18 @@ void CDeviceKT240M::halt()
 
 void CDeviceKT240M::forget()
 {
-    // A wheel run would send its azimuth after the STOP.
-    if (m_panel)
-        m_panel->display()->giveUp();
+    endChoice();
     m_motion.pressStop();
     showLamps();
 }
 
 void CDeviceKT240M::follow(double azimuth)
 {
-    CVextralAntenna *first = antenna(0);
-    if (!first)
+    if (!takesOrders())
         return;
-    if (!m_motion.isRunningOut()) {
-        turnTo(first, azimuth);
-        return;
-    }
     obey(m_motion.redirect(azimuth));
-    first->setTarget(azimuth);
-    if (CVextralAzimuthalWidget *map = azimuthalWidget())
-        map->update();
+    first().setTarget(azimuth);
+    repaintMap();
 }
 
 bool CDeviceKT240M::obey(const RotatorMotion::MaybeOrder &order)
@@ -314,30 +278,24 @@ bool CDeviceKT240M::obey(const RotatorMotion::MaybeOrder &order)
     showLamps();
     if (!order || !isOpen())
         return false;
+    bool isSent = false;
     switch (order->kind) {
     case Order::GoTo:
         aimAntenna(order->azimuth);
-        return CVextralRemoteControl::rotateTo(order->azimuth);
+        [[fallthrough]];
     case Order::RunOut:
         return CVextralRemoteControl::rotateTo(order->azimuth);
     case Order::Brake:
-        return brake();
+        isSent = CVextralRemoteControl::stop();
+        pause(afterBrakeMs);
+        restAntenna();
+        break;
     case Order::TurnCounterClockwise:
     case Order::TurnClockwise:
-        break;
+        first().clearTarget(); // it turns until it is told otherwise
+        isSent = order->kind == Order::TurnClockwise ? rotateCW() : rotateCCW();
     }
-    // Turning until told otherwise leads nowhere.
-    if (CVextralAntenna *first = antenna(0))
-        first->clearTarget();
-    return order->kind == Order::TurnClockwise ? rotateCW() : rotateCCW();
-}
-
-bool CDeviceKT240M::brake()
-{
-    const bool sent = CVextralRemoteControl::stop();
-    pause(afterBrakeMs);
-    restAntenna();
-    return sent;
+    return isSent;
 }
 
 void CDeviceKT240M::showLamps()
@@ -349,23 +307,30 @@ void CDeviceKT240M::showLamps()
 
 void CDeviceKT240M::aimAntenna(double azimuth)
 {
-    if (CVextralAntenna *first = antenna(0)) {
-        first->setTarget(azimuth);
-        first->setRotation(azimuth);
-    }
-    if (CVextralAzimuthalWidget *map = azimuthalWidget())
-        map->update();
+    first().setTarget(azimuth);
+    first().setRotation(azimuth);
+    repaintMap();
+}
+
+void CDeviceKT240M::showTarget()
+{
+    aimAntenna(first().angle());
+    if (m_motion.isTurning() || isKnownAngle(m_motion.target()))
+        first().setTarget(m_motion.target());
 }
 
 void CDeviceKT240M::restAntenna()
 {
-    CVextralAntenna *first = antenna(0);
-    if (!first)
-        return;
-    first->setRotating(false);
-    aimAntenna(first->angle());
+    first().setRotating(false);
+    aimAntenna(first().angle());
     if (CVextralAzimuthalWidget *map = azimuthalWidget())
         map->stopAnimation();
+}
+
+void CDeviceKT240M::repaintMap()
+{
+    if (CVextralAzimuthalWidget *map = azimuthalWidget())
+        map->update();
 }
 
 // ---- What the operator does ----
@@ -382,6 +347,7 @@ bool CDeviceKT240M::rotateByKey(int key)
 void CDeviceKT240M::applyCCWandCW(CAntennaButton *button)
 {
     const bool isCcw = button == m_panel->ccwButton();
+    endChoice();
     if (takesOrders())
         obey(m_motion.turn(isCcw ? Direction::CounterClockwise : Direction::Clockwise));
 }
@@ -418,6 +384,14 @@ void CDeviceKT240M::onStopButtonUp()
     QCoreApplication::processEvents();
     m_motion.letGoOfStop();
     showLamps();
+}
+
+void CDeviceKT240M::endChoice()
+{
+    if (!m_panel)
+        return;
+    m_panel->dial()->giveUp();
+    m_panel->display()->giveUp();
 }
 
 void CDeviceKT240M::onRotationStarted()
@@ -464,6 +438,5 @@ void CDeviceKT240M::onDialRotationChanging(int rotation)
 void CDeviceKT240M::onDialRotationChanged(int rotation)
 {
     qDebug("CDeviceKT240M::onDialRotationChanged() Rotation will change to %d", rotation);
-    m_panel->display()->giveUp(); // a wheel run would report the dial's value once more
     rotateTo(rotation);
 }

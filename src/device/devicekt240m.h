@@ -77,22 +77,24 @@ private slots:
     void onStopButtonUp();
 
 private:
-    void logReading(double azimuth) const;
-    void takeFirstReading();
     void endRotation(RotatorMotion::Seen end);
-    /// Grey digits and a grey arrow mean the same.
-    void showReading();
     void moveAntenna();
 
     /// Sends the order, if there is one, and shows the lamps.
     bool obey(const RotatorMotion::MaybeOrder &order);
-    bool brake();
     /// What STOP does before it stops.
     void forget();
+    /// A newer order ends a hold of the dial or the digits and a wheel run; they report nothing any more.
+    void endChoice();
+    void repaintMap();
+    /// The only antenna in use.
+    CVextralAntenna &first() const { return *antenna(0); }
     void showLamps();
     /// Shows where the antenna goes, or would go.
     void aimAntenna(double azimuth);
-    /// Shows an antenna that stands where it was read last.
+    /// Shows the antenna where it was read last, and the target that it has.
+    void showTarget();
+    /// Shows an antenna that rests where it was read last.
     void restAntenna();
 
     RotatorMotion m_motion;

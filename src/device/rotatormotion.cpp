@@ -1,16 +1,41 @@
 #include "device/rotatormotion.h"
 
-#include "device/rotationsteering.h"
-
 #include <algorithm>
+#include <cmath>
 #include <utility>
-
-using namespace RotationSteering;
 
 namespace {
 
 constexpr int idleReadingsUntilDark = 3;
 constexpr double fullTurn = 360.0;
+constexpr double halfTurn = 180.0;
+constexpr double runOut = 10.0;
+/// Where a rotor stops that would run out beyond north counter-clockwise.
+constexpr double beyondNorth = 350.0;
+
+double runOutClockwise(double current)
+{
+    const double target = current + runOut;
+    return target > fullTurn ? target - fullTurn : target;
+}
+
+double runOutCounterClockwise(double current)
+{
+    const double target = current - runOut;
+    return target < 0.0 ? beyondNorth : target;
+}
+
+/// Where a rotor runs out that is not braked. Two known readings that differ tell its direction; a difference
+/// of 180 degrees or more is a pass through north, after which the azimuth is not folded.
+double softStopTarget(double last, double current)
+{
+    const double difference = current - last;
+    if (difference <= -halfTurn)
+        return current + runOut;
+    if (difference >= halfTurn)
+        return current - runOut;
+    return difference > 0.0 ? runOutClockwise(current) : runOutCounterClockwise(current);
+}
 
 } // namespace
 
@@ -35,7 +60,7 @@ RotatorMotion::Seen RotatorMotion::poll(double reading)
 {
     if (m_state == State::Away)
         return Seen::Nothing;
-    const bool moved = hasTurned(m_current, reading);
+    const bool moved = hasReading() && truncatedDegrees(reading) != truncatedDegrees(m_current);
     m_previous = std::exchange(m_current, reading);
     if (moved) {
         m_idle = 0;
@@ -153,13 +178,13 @@ RotatorMotion::MaybeOrder RotatorMotion::softStop()
     }
     m_direction.reset();
     m_stopLit = true;
-    const std::optional<double> target = softStopTarget(m_previous, m_current);
-    if (!target)
+    if (m_previous == m_current)
         return std::nullopt;
     m_stopSent = true;
+    const double target = softStopTarget(m_previous, m_current);
     // A reading that no compass has gives no azimuth to run out to.
-    const bool isOnCompass = *target >= 0.0 && *target <= fullTurn;
-    return isOnCompass ? Order{Order::RunOut, *target} : Order{Order::Brake};
+    const bool isOnCompass = target >= 0.0 && target <= fullTurn;
+    return isOnCompass ? Order{Order::RunOut, target} : Order{Order::Brake};
 }
 
 void RotatorMotion::darken()

@@ -289,13 +289,19 @@ void CVextralRemoteControl::setAzimuthalWiget(CVextralAzimuthalWidget *map)
     if (!map)
         return;
     for (int i = 0; i < antennaCount(); ++i) {
-        if (CVextralAntenna *shown = antenna(i))
-            map->addAntenna(shown);
-        else
-            qDebug(
-                "CVextralRemoteControl::setAzimuthalWiget() - Warning: antenna de indice [%d] nao aparece no "
-                "azimutal",
-                i);
+        CVextralAntenna *shown = antenna(i);
+        if (!shown) {
+            qDebug("CVextralRemoteControl::setAzimuthalWiget() - Warning: antenna de indice [%d] nao aparece "
+                   "no azimutal",
+                   i);
+            continue;
+        }
+        map->addAntenna(shown);
+        using Display = CRotationDigitalDisplayWidget;
+        connect(map->displayOf(shown), &Display::onRotationGivenUp, shown, [shown] {
+            if (!shown->isRotating())
+                shown->setTarget(shown->angle());
+        });
     }
 }
 

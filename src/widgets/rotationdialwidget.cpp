@@ -5,6 +5,8 @@
 #include <QLinearGradient>
 #include <QPainter>
 
+#include <utility>
+
 namespace {
 
 constexpr QColor faceLight(70, 70, 70);
@@ -109,6 +111,28 @@ void CRotationDialWidget::mouseReleaseEvent(QMouseEvent *event)
         return;
     m_startValue = -1;
     emit onRotationChanged(m_value);
+}
+
+void CRotationDialWidget::giveUp()
+{
+    m_pressed = false;
+    if (std::exchange(m_dragging, false))
+        emit onRotationGivenUp();
+}
+
+void CRotationDialWidget::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::EnabledChange && !isEnabled())
+        giveUp();
+}
+
+void CRotationDialWidget::hideEvent(QHideEvent *event)
+{
+    QWidget::hideEvent(event);
+    // A window that is minimised is only out of sight.
+    if (!event->spontaneous())
+        giveUp();
 }
 
 void CRotationDialWidget::paintEvent(QPaintEvent *)

@@ -21,6 +21,9 @@ public:
     /// Ignored while the dial is pressed, unless forced.
     void setValue(int value, bool force);
 
+    /// Ends a hold; it reports no value any more. The dial does so itself when it is disabled or hidden.
+    void giveUp();
+
     bool isPressed() const { return m_pressed; }
     void setPressed(bool pressed) { m_pressed = pressed; }
 
@@ -38,12 +41,16 @@ signals:
     void onRotationStarted();
     void onRotationChanging(int rotation);
     void onRotationChanged(int rotation);
+    /// giveUp() has ended a change.
+    void onRotationGivenUp();
 
 protected:
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
+    void changeEvent(QEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
 
 private:
     void storeValue(int value);

@@ -86,10 +86,13 @@ void CRotationDigitalDisplayWidget::setEditing(bool editing)
 
 void CRotationDigitalDisplayWidget::giveUp()
 {
+    const bool isChanging = m_mouseMode == LeftHeld || m_wheelTimer.isActive();
     m_mouseMode = Idle;
     m_wheelTimer.stop();
     m_claimed = false;
     update();
+    if (isChanging)
+        emit onRotationGivenUp();
 }
 
 void CRotationDigitalDisplayWidget::changeEvent(QEvent *event)

@@ -59,6 +59,8 @@ signals:
     void onRotationStarted();
     void onRotationChanging(int rotation);
     void onRotationChanged(int rotation);
+    /// giveUp() has ended a change.
+    void onRotationGivenUp();
 
 protected:
     void mousePressEvent(QMouseEvent *event) override;

@@ -10,6 +10,7 @@
 #include "widgets/rotationdialwidget.h"
 #include "widgets/rotationdigitaldisplaywidget.h"
 #include "widgets/vextralremotecontrolwidget.h"
+#include "widgets/widgetevents.h"
 
 #include <QFile>
 #include <QTest>
@@ -169,6 +170,17 @@ private slots:
         emit s.display(0)->onRotationChanging(78);
         QCOMPARE(s.shown(1), other);
         QVERIFY(!s.display(1)->isEditing());
+    }
+
+    void aWheelRunThatIsGivenUpLeavesNoTargetLine()
+    {
+        Station s;
+        s.display(0)->setEnabled(true);
+        turnWheel(s.display(0));
+        turnWheel(s.display(0));
+        QCOMPARE(s.antenna(0)->target(), 42.0);
+        s.display(0)->setEnabled(false);
+        QVERIFY(!s.antenna(0)->hasPendingTarget());
     }
 
     void aTurnIsRefusedWithoutALineAndFixedAntennasAreStored()

@@ -29,6 +29,14 @@ private slots:
             {"STOP ends a wheel run", "100; 105; wheel (106); STOP -> M115 [STOP]; pause [STOP]"},
             {"a click ends no wheel run",
              "100; wheel (101); click (101); 105 (101); pause -> M115 M101 [STOP]"},
+            {"STOP ends a hold of the dial",
+             "100; 105; hold; drag 20 (125); key Esc -> M115 [STOP]; drop 30 [STOP]; 110 [STOP]"},
+            {"a dial that is hidden while it is held", "100; hold; drag 20 (120); hide; drop 30; 105"},
+            {"a dial that is disabled while it is held", "100; hold; drag 20 (120); disable; drop 30; 105"},
+            {"CW ends a wheel run", "100; wheel (101); CW -> R [CW]; pause [CW]"},
+            {"CCW ends a hold of the dial", "100; hold; drag 20 (120); key Left -> L [CCW]; drop 30 [CCW]"},
+            {"another target ends a wheel run", "100; wheel (101); key Shift+F1 -> M200; pause"},
+            {"a tracker's target does not", "100; wheel (101); net 150 -> M150 (101); pause -> M101"},
             {"a key while a button is held",
              "100; press CW -> R [CW]; key Left -> L [CCW]; release CW [CCW]"}};
         for (const auto &row : rows)
@@ -95,6 +103,21 @@ private slots:
             other.poll(azimuth);
             QCOMPARE(other.rotator->antenna(0)->target(), 200.0);
         }
+    }
+
+    void aChoiceThatIsGivenUpLeavesNoTargetLine()
+    {
+        RotatorStation station;
+        const CVextralAntenna *antenna = station.rotator->antenna(0);
+        station.poll(100.4);
+        for (const char *choice : {"wheel; wheel; hide", "wheel; wheel; STOP", "hold; drag 20; key Esc"}) {
+            station.play(choice);
+            QVERIFY2(!antenna->hasPendingTarget(), choice);
+        }
+        station.play("dial 200; wheel; wheel; hide");
+        QCOMPARE(antenna->target(), 200.0);
+        station.play("110; wheel; wheel; hide");
+        QCOMPARE(antenna->target(), 200.0);
     }
 
     void aTargetIsNotKeptForALineThatIsLost()

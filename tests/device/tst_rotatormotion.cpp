@@ -1,4 +1,3 @@
-#include "device/rotationsteering.h"
 #include "device/rotatormotion.h"
 #include "support/motionwalk.h"
 
@@ -46,6 +45,7 @@ private:
              }},
             {"release", [&] { m_motion.letGoOfDirection(); }},
             {"STOP", [&] { stop(); }},
+            {"stop", [&] { send(m_motion.stop()); }},
             {"dial", [&] { send(m_motion.goTo(azimuth)); }},
             {"display", [&] { send(m_motion.cutShort()), send(m_motion.goTo(azimuth)); }},
             {"unplug", [&] { m_motion.lineWentAway(); }},
@@ -113,17 +113,15 @@ class TestRotatorMotion : public QObject
     Q_OBJECT
 
 private slots:
-    void aSoftStopRunsOutInTheDirectionOfTravel()
-    {
-        const double rows[][3] = {{345, 350, 360}, {350, 350.5, 0.5}, {15, 10, 0},    {10, 9.5, 350},
-                                  {0, 180, 170},   {180, 0, 10},      {100, 100, -1}, {0, 179.5, 189.5}};
-        for (const auto &[last, current, target] : rows)
-            QCOMPARE(RotationSteering::softStopTarget(last, current).value_or(-1.0), target);
-    }
     void theRotatorObeys_data()
     {
         QTest::addColumn<QString>("dialogue"); // numbers are polled azimuths
         const char *rows[][2] = {
+            {"a stop runs out clockwise", "345; 350; stop -> M360 [STOP]; 350.5; stop -> M000 [STOP]"},
+            {"a stop runs out counter-clockwise",
+             "15; 10; stop -> M000 [STOP]; 9.5 [STOP]; stop -> M350 [STOP]; 9.5; stop [STOP]"},
+            {"a stop after a pass through north",
+             "0; 180; stop -> M170 [STOP]; 0 [STOP]; stop -> M010 [STOP]; 179.5 [STOP]; stop -> M189 [STOP]"},
             {"only another whole degree is a rotation", "10.2; 10.9; STOP; 11; STOP -> M021 [STOP]; 11.5"},
             {"wind sends nothing", "100; 101; 102; 102; 99; 99"},
             {"STOP brakes after a reading that no compass has",

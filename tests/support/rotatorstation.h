@@ -16,7 +16,6 @@
 #include <QFile>
 #include <QTcpSocket>
 #include <QTest>
-#include <QWheelEvent>
 
 #include <functional>
 #include <map>
@@ -106,8 +105,10 @@ struct RotatorStation
             {"drag", [&] { moveDial(QEvent::MouseMove, number); }},
             {"drop", [&] { moveDial(QEvent::MouseButtonRelease, number); }},
             {"display", [&] { emit display->onRotationChanged(number); }},
+            {"hide", [&] { eachControl([](QWidget *control) { control->hide(), control->show(); }); }},
+            {"disable", [&] { eachControl([](QWidget *c) { c->setEnabled(false), c->setEnabled(true); }); }},
             {"click", [&] { QTest::mouseClick(display, Qt::LeftButton); }},
-            {"wheel", [&] { turnWheel(); }},
+            {"wheel", [&] { turnWheel(display); }},
             {"net", [&] { order(object); }},
             {"outage", [&] { line.setOutage(true); }},
             {"over", [&] { line.setOutage(false); }},
@@ -123,6 +124,12 @@ struct RotatorStation
         } else {
             poll(verb.toDouble());
         }
+    }
+
+    void eachControl(const std::function<void(QWidget *)> &happens)
+    {
+        happens(display);
+        happens(dial);
     }
 
     void moveDial(QEvent::Type type, int degrees)
@@ -148,12 +155,6 @@ struct RotatorStation
         network.write((command == commands.end() ? "P " + what + " 0" : command->second).toUtf8() + '\n');
         QTRY_VERIFY(network.canReadLine());
         network.readAll();
-    }
-
-    void turnWheel()
-    {
-        QWheelEvent up({5, 5}, {5, 5}, {}, {0, 120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-        QCoreApplication::sendEvent(display, &up);
     }
 
     /// The commands since the last call.

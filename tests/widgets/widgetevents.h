@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QMouseEvent>
 #include <QStringList>
+#include <QWheelEvent>
 #include <QWidget>
 
 /// Sends a mouse event at an exact position in widget pixels, with exactly these buttons held.
@@ -11,6 +12,13 @@ inline void sendMouse(QWidget *widget, QEvent::Type type, QPointF position, Qt::
 {
     QMouseEvent event(type, position, widget->mapToGlobal(QPoint()) + position, button, held, Qt::NoModifier);
     QCoreApplication::sendEvent(widget, &event);
+}
+
+/// One step up.
+inline void turnWheel(QWidget *widget)
+{
+    QWheelEvent up({5, 5}, {5, 5}, {}, {0, 120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(widget, &up);
 }
 
 /// A dial or a display that notes what it tells: "started", "changing 10", "changed 10".
