@@ -147,11 +147,10 @@ void RotatorMotion::pressStop()
 {
     m_target = unknownAngle;
     m_direction.reset();
-    m_asked.reset(); // or a button that is held would light it again
+    m_asked.reset(); // CW and CCW are dark, also when a button that is held is let go
     m_stopLit = isTurning();
     if (m_state != State::Resting)
         return;
-    m_lit = false;
     expectMovement();
     m_stoppedUnseen = true;
 }

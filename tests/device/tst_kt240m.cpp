@@ -128,8 +128,9 @@ private slots:
         station.line.pullOut();
         QCoreApplication::processEvents();
         QVERIFY(!station.rotator->isOpen());
+        QCOMPARE(station.lit(), QString());
         QSignalSpy started(station.rotator, &CVextralRemoteControl::onStartRotating);
-        station.act("memory", "1");
+        station.act("key", "Shift+F1");
         QVERIFY(started.isEmpty()); // or the memory's lamp would be lit
         station.act("CW", "");
         QTRY_COMPARE(station.lit(), QString());

@@ -1,5 +1,6 @@
 #include "device/devicestatus.h"
 #include "device/protocol.h"
+#include "device/replyreader.h"
 
 #include <QTest>
 
@@ -14,17 +15,15 @@ StatusReply replyFromWire(const StatusQuery &query, const QByteArray &wire)
 {
     QList<QByteArray> lines = wire.split('\n');
     lines.removeLast(); // has no line end
-    QByteArray buffer;
-    for (QByteArray line : lines.mid(0, query.rounds)) {
-        if (line.endsWith('\r'))
-            line.chop(1);
-        buffer += line + '\n';
-        if (isErrorReply(buffer))
-            return StatusReply();
-        if (isStatusReplyComplete(buffer))
+    ReplyReader reader = ReplyReader::forStatus(query);
+    for (const QByteArray &line : lines) {
+        const auto progress = reader.feed((line.endsWith('\r') ? line.chopped(1) : line) + '\n');
+        if (progress == ReplyReader::Progress::Refused)
+            return {};
+        if (progress != ReplyReader::Progress::Pending)
             break;
     }
-    return decodeStatusReply(query, buffer);
+    return decodeStatusReply(query, reader.bytes());
 }
 
 bool isStatusOf(int a, int b)

@@ -3,17 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-namespace {
-
-QByteArray withoutLineEnd(QByteArray line)
-{
-    while (line.endsWith('\r') || line.endsWith('\n'))
-        line.chop(1);
-    return line;
-}
-
-} // namespace
-
 LineFactory SimulatedPort::factory()
 {
     return [this](const QString &portName) {
@@ -27,12 +16,6 @@ void SimulatedPort::pass(int milliseconds)
 {
     m_time += milliseconds;
     deliver();
-}
-
-void SimulatedPort::setFault(const LineFault &fault, int replies)
-{
-    m_fault = fault;
-    m_faultCount = replies;
 }
 
 void SimulatedPort::pullOut()
@@ -52,40 +35,20 @@ QString SimulatedPort::heard()
 void SimulatedPort::receive(const QByteArray &bytes)
 {
     m_receivedBytes += bytes;
-    m_partialLine += bytes;
-    for (int end = 0; (end = m_partialLine.indexOf('\n') + 1) > 0;) {
-        const QByteArray line = m_partialLine.left(end);
-        m_partialLine.remove(0, end);
-        if (!withoutLineEnd(line).isEmpty())
+    for (const QByteArray &line : m_box.receive(bytes)) {
+        if (!FaultyBox::withoutLineEnd(line).isEmpty())
             handle(line);
     }
 }
 
 void SimulatedPort::handle(const QByteArray &line)
 {
-    const QByteArray command = withoutLineEnd(line);
+    const QByteArray command = FaultyBox::withoutLineEnd(line);
     m_commands << QString::fromLatin1(command);
     // A copy, because a listener may replace itself.
     if (const auto listener = onHeard)
         listener(command);
-    answer(line, m_box.handle(line));
-}
-
-void SimulatedPort::answer(const QByteArray &line, const QByteArray &reply)
-{
-    if (m_faultCount == 0 || !m_fault.actsOn(reply)) {
-        send({{0, std::exchange(m_held, QByteArray()) + reply, false}});
-        return;
-    }
-    if (m_faultCount > 0)
-        --m_faultCount;
-    if (m_fault.isLate()) {
-        m_held += reply;
-        return;
-    }
-    // Asked of a copy: the box has not heard that query, so it must not use up a prepared angle.
-    const QByteArray other = SimulatedBox(m_box).handle(withoutLineEnd(line) == "C" ? "K0" : "C");
-    send(m_fault.portions(line, reply, other));
+    send(m_box.answer(line));
 }
 
 void SimulatedPort::send(const QVector<LineFault::Portion> &portions)

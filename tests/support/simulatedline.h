@@ -1,8 +1,7 @@
 #pragma once
 
 #include "line/line.h"
-#include "simbox/linefault.h"
-#include "simbox/simulatedbox.h"
+#include "simbox/faultybox.h"
 
 #include <QByteArray>
 #include <QPointer>
@@ -19,20 +18,21 @@ class SimulatedLine;
 class SimulatedPort
 {
 public:
-    static constexpr int Forever = -1;
-
     explicit SimulatedPort(SimulatedBox::Model model = SimulatedBox::Model::StackSwitch) : m_box(model) {}
 
     LineFactory factory();
 
-    SimulatedBox &box() { return m_box; }
+    SimulatedBox &box() { return m_box.box; }
     /// Milliseconds that waits and pauses have taken.
     int time() const { return m_time; }
     /// Lets the rotors turn for so long.
-    void advance(int milliseconds) { m_box.advance(milliseconds); }
+    void advance(int milliseconds) { m_box.box.advance(milliseconds); }
 
     /// The fault acts on the next `replies` commands that it concerns. Hang-ups only without bytes before.
-    void setFault(const LineFault &fault, int replies = Forever);
+    void setFault(const LineFault &fault, int replies = FaultyBox::Forever)
+    {
+        m_box.setFault(fault, replies);
+    }
     /// The adapter is pulled out: the line is lost at its next use. plugIn() puts it back.
     void pullOut();
     void plugIn() { m_plugged = true; }
@@ -60,24 +60,19 @@ private:
     void pass(int milliseconds);
     void receive(const QByteArray &bytes);
     void handle(const QByteArray &line);
-    void answer(const QByteArray &line, const QByteArray &reply);
     void send(const QVector<LineFault::Portion> &portions);
     /// Lets time pass until a line is there, at most so long.
     void waitForLine(int waitMs);
     void deliver();
 
-    SimulatedBox m_box;
+    FaultyBox m_box;
     QPointer<SimulatedLine> m_line;
     int m_time = 0;
     bool m_plugged = true;
     bool m_outage = false;
-    LineFault m_fault;
-    int m_faultCount = 0;
-    QByteArray m_held;
     std::deque<Portion> m_outgoing;
     QByteArray m_delivered;
     QByteArray m_receivedBytes;
-    QByteArray m_partialLine;
     QStringList m_commands;
 };
 

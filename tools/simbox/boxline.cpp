@@ -6,20 +6,9 @@ namespace {
 
 using Lock = std::unique_lock<std::mutex>;
 
-/// No command is this long. What has no line end by then is noise, which must not fill the memory.
-constexpr int LongestLine = 65536;
-
-QByteArray withoutLineEnd(const QByteArray &line)
-{
-    int length = line.size();
-    while (length > 0 && (line.at(length - 1) == '\r' || line.at(length - 1) == '\n'))
-        --length;
-    return line.left(length);
-}
-
 bool isCommand(const BoxLine::Traffic &piece)
 {
-    return piece.fromProgram && !withoutLineEnd(piece.bytes).isEmpty();
+    return piece.fromProgram && !FaultyBox::withoutLineEnd(piece.bytes).isEmpty();
 }
 
 } // namespace
@@ -81,8 +70,7 @@ void BoxLine::setErrorText(const QString &text)
 void BoxLine::forgetDialogue()
 {
     const Lock lock(m_mutex);
-    m_held.clear();
-    m_partialLine.clear();
+    m_box.forgetDialogue();
     m_outgoing.clear();
 }
 
@@ -92,7 +80,7 @@ void BoxLine::withBox(const std::function<void(SimulatedBox &)> &function)
 {
     const Lock lock(m_mutex);
     catchUp();
-    function(m_box);
+    function(m_box.box);
 }
 
 void BoxLine::advance(int milliseconds)
@@ -103,8 +91,7 @@ void BoxLine::advance(int milliseconds)
 void BoxLine::setFault(const LineFault &fault, int replies)
 {
     const Lock lock(m_mutex);
-    m_fault = fault;
-    m_faultCount = replies;
+    m_box.setFault(fault, replies);
 }
 
 QList<QByteArray> BoxLine::received() const
@@ -122,7 +109,7 @@ QList<QByteArray> BoxLine::commands() const
 {
     QList<QByteArray> lines = received();
     for (QByteArray &line : lines)
-        line = withoutLineEnd(line);
+        line = FaultyBox::withoutLineEnd(line);
     return lines;
 }
 
@@ -181,7 +168,7 @@ void BoxLine::catchUp()
 {
     const qint64 now = m_time.elapsed();
     if (m_clock == Clock::Real)
-        m_box.advance(int(now - m_boxTime));
+        m_box.box.advance(int(now - m_boxTime));
     m_boxTime = now;
 }
 
@@ -192,16 +179,8 @@ void BoxLine::receive(const QByteArray &bytes)
     {
         const Lock lock(m_mutex);
         m_receivedBytes += bytes;
-        m_partialLine += bytes;
-        int start = 0;
-        int end = 0;
-        while ((end = m_partialLine.indexOf('\n', start) + 1) > 0) {
-            handleLine(m_partialLine.mid(start, end - start));
-            start = end;
-        }
-        m_partialLine.remove(0, start);
-        if (m_partialLine.size() > LongestLine)
-            m_partialLine.clear();
+        for (const QByteArray &line : m_box.receive(bytes))
+            handleLine(line);
     }
     tellListener();
 }
@@ -209,30 +188,10 @@ void BoxLine::receive(const QByteArray &bytes)
 void BoxLine::handleLine(const QByteArray &line)
 {
     record(true, line);
-    if (withoutLineEnd(line).isEmpty())
+    if (FaultyBox::withoutLineEnd(line).isEmpty())
         return;
     catchUp();
-    answer(line, m_box.handle(line));
-}
-
-void BoxLine::answer(const QByteArray &line, const QByteArray &reply)
-{
-    if (m_faultCount == 0 || !m_fault.actsOn(reply)) {
-        if (reply.isEmpty())
-            return;
-        send({{0, m_held + reply, false}});
-        m_held.clear();
-        return;
-    }
-    if (m_faultCount > 0)
-        --m_faultCount;
-    if (m_fault.isLate()) {
-        m_held += reply;
-        return;
-    }
-    // Asked of a copy: the box has not heard that query, so it must not use up a prepared angle.
-    const QByteArray other = SimulatedBox(m_box).handle(withoutLineEnd(line) == "C" ? "K0" : "C");
-    send(m_fault.portions(line, reply, other));
+    send(m_box.answer(line));
 }
 
 void BoxLine::send(const QVector<LineFault::Portion> &portions)

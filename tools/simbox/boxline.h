@@ -1,7 +1,6 @@
 #pragma once
 
-#include "simbox/linefault.h"
-#include "simbox/simulatedbox.h"
+#include "simbox/faultybox.h"
 
 #include <QByteArray>
 #include <QElapsedTimer>
@@ -38,8 +37,6 @@ public:
         QByteArray bytes;
     };
 
-    static constexpr int Forever = -1;
-
     explicit BoxLine(SimulatedBox::Model model, Clock clock);
     virtual ~BoxLine() = default;
     BoxLine(const BoxLine &) = delete;
@@ -70,9 +67,8 @@ public:
     /// Lets the rotors turn for so long, with either clock.
     void advance(int milliseconds);
 
-    /// The fault acts on the replies to the next `replies` commands to which it applies, then the line is
-    /// good again. It replaces the former fault.
-    void setFault(const LineFault &fault, int replies = Forever);
+    /// As FaultyBox::setFault().
+    void setFault(const LineFault &fault, int replies = FaultyBox::Forever);
     void clearFault() { setFault(LineFault::none()); }
 
     /// The command lines received, with their line ends, without empty lines.
@@ -122,7 +118,6 @@ private:
     };
 
     void handleLine(const QByteArray &line);
-    void answer(const QByteArray &line, const QByteArray &reply);
     void send(const QVector<LineFault::Portion> &portions);
     bool writeReplies();
     void record(bool fromProgram, const QByteArray &bytes);
@@ -134,7 +129,7 @@ private:
 
     mutable std::mutex m_mutex; // guards everything below
     mutable std::condition_variable m_changed;
-    SimulatedBox m_box;
+    FaultyBox m_box;
     QElapsedTimer m_time;
     qint64 m_boxTime = 0;
 
@@ -142,10 +137,6 @@ private:
     QString m_place;
     QString m_errorText;
 
-    LineFault m_fault;
-    int m_faultCount = 0;
-    QByteArray m_held;
-    QByteArray m_partialLine;
     std::deque<Outgoing> m_outgoing;
 
     QVector<Traffic> m_traffic;
