@@ -130,11 +130,11 @@ void WindowModes::followResize()
 
 void WindowModes::followState(Qt::WindowStates before)
 {
-    const bool wasNormal = !(before & otherStates);
-    if (!wasNormal && hasNormalSize()) {
+    if ((before & enlargedStates) && hasNormalSize()) {
         m_doubtfulSize = QSize();
         storeSize(m_window->size());
-    } else if (wasNormal && (m_window->windowState() & enlargedStates) && m_sizeBefore.isValid()) {
+    } else if (!(before & otherStates) && (m_window->windowState() & enlargedStates)
+               && m_sizeBefore.isValid()) {
         m_doubtfulSize = m_window->size();
         storeSize(m_sizeBefore);
     }

@@ -86,27 +86,9 @@ private slots:
             QVERIFY2(line.isEmpty() || line.indexOf("the same text") == line.size() - 13, line.constData());
     }
 
-    void homeDirectoryGetsTheMissingFolders()
-    {
-#ifdef Q_OS_WIN
-        QSKIP("the log stands in the root of drive C");
-#endif
-        const QByteArray home = qgetenv("HOME");
-        qputenv("HOME", m_dir->path().toLocal8Bit());
-        CLog("log").write("here");
-        QVERIFY(QFileInfo(prefix() + ".local/state/VextralRemoteControl/log0.txt").size() > 0);
-        qputenv("HOME", home);
-    }
-
 private:
-    QString prefix() const
-    {
-        return m_dir->path() + '/';
-    }
-    QString file(int index) const
-    {
-        return prefix() + QString("log%1.txt").arg(index);
-    }
+    QString prefix() const { return m_dir->path() + '/'; }
+    QString file(int index) const { return prefix() + QString("log%1.txt").arg(index); }
 
     /// Makes a file of `size` bytes without filling the disk.
     void makeFile(int index, qint64 size) const

@@ -12,34 +12,22 @@ private slots:
     void initTestCase() { initResources(); }
     void init() { removeSettingsAndMaps(); }
 
-    void theKeysTurnWhereverTheFocusIs_data()
-    {
-        QTest::addColumn<QString>("focused");
-        QTest::addColumn<QString>("sent");
-        QTest::newRow("the tick") << "enabledCheckBox"
-                                  << "M180 S";
-        QTest::newRow("the tabs") << "qt_tabwidget_tabbar"
-                                  << "M180 S";
-        QTest::newRow("a tool button") << "zoomInButton"
-                                       << "M180 S";
-        QTest::newRow("a number field, whose own key it is") << "turnToSpinBox"
-                                                             << "";
-        QTest::newRow("a text field, whose own key it is") << "nameEdit"
-                                                           << "";
-    }
+    /// But in a field, whose own keys they are.
     void theKeysTurnWhereverTheFocusIs()
     {
-        QFETCH(QString, focused);
-        QFETCH(QString, sent);
-        ScriptedWindow window;
-        window.click("propertiesButton");
-        auto *widget = window.findChild<QWidget *>(focused);
-        widget->setFocus();
-        QTest::keyPress(widget, Qt::Key_Left);
-        QTest::keyRelease(widget, Qt::Key_Left);
-        const auto all = [&window] { return window.box()->sent.join(' '); };
-        QCOMPARE(QTest::qWaitFor([&] { return all() == "M180 S"; }, 500), !sent.isEmpty());
-        QCOMPARE(all(), sent);
+        for (const char *focused : {"enabledCheckBox", "qt_tabwidget_tabbar", "zoomInButton",
+                                    "hidePropertiesButton", "turnToSpinBox", "nameEdit"}) {
+            ScriptedWindow window;
+            window.click("propertiesButton");
+            auto *widget = window.get<QWidget>(focused);
+            widget->setFocus();
+            QTest::keyPress(widget, Qt::Key_Left);
+            QTest::keyRelease(widget, Qt::Key_Left);
+            const bool isField = qobject_cast<QSpinBox *>(widget) || qobject_cast<QLineEdit *>(widget);
+            const auto all = [&window] { return window.box()->sent.join(' '); };
+            QVERIFY2(QTest::qWaitFor([&] { return all() == "M180 S"; }, 500) != isField, focused);
+            QVERIFY2(!isField || all().isEmpty(), focused);
+        }
     }
 
     void onlyItsOwnReleaseEndsARotation()

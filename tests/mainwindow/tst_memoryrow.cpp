@@ -42,42 +42,35 @@ private slots:
         settings.save();
     }
 
-    void anEditEndsWhereTheOperatorGoesOn_data()
-    {
-        QTest::addColumn<QString>("pressed"); // a widget, or nothing
-        QTest::addColumn<int>("key");
-        QTest::addColumn<QString>("stored");
-        QTest::addColumn<QString>("sent");
-        QTest::newRow("its own button") << "memoButton4" << 0 << "12"
-                                        << "";
-        QTest::newRow("another memory") << "memoButton5" << 0 << "12"
-                                        << "K0 M200";
-        QTest::newRow("the panel") << "remoteControlWidget" << 0 << "12"
-                                   << "";
-        QTest::newRow("Return") << "" << int(Qt::Key_Return) << "12"
-                                << "";
-        QTest::newRow("Escape") << "" << int(Qt::Key_Escape) << "90"
-                                << "";
-    }
     void anEditEndsWhereTheOperatorGoesOn()
     {
-        QFETCH(QString, pressed);
-        QFETCH(int, key);
-        QFETCH(QString, stored);
-        Window window;
-        QWidget *editor = editMemory(window);
-        QVERIFY(editor && editor->hasFocus());
-        if (key != 0) {
-            QTest::keyClick(editor, Qt::Key(key));
-        } else {
-            auto *widget = window.findChild<QWidget *>(pressed);
-            QTest::mouseClick(widget, Qt::LeftButton, {}, {widget->width() / 2, widget->height() - 3});
+        struct Row
+        {
+            const char *pressed; // a widget, or nothing
+            Qt::Key key;
+            QString stored, sent;
+        };
+        constexpr Qt::Key none = Qt::Key_unknown;
+        for (const Row &row : {Row{"memoButton4", none, "12", ""}, Row{"memoButton5", none, "12", "K0 M200"},
+                               Row{"remoteControlWidget", none, "12", ""}, Row{"", Qt::Key_Return, "12", ""},
+                               Row{"", Qt::Key_Escape, "90", ""}}) {
+            init();
+            Window window;
+            QWidget *editor = editMemory(window);
+            QVERIFY(editor && editor->hasFocus());
+            if (row.key != none) {
+                QTest::keyClick(editor, row.key);
+            } else {
+                auto *widget = window.get<QWidget>(row.pressed);
+                QTest::mouseClick(widget, Qt::LeftButton, {}, {widget->width() / 2, widget->height() - 3});
+            }
+            QVERIFY(editor->isHidden());
+            QCOMPARE(CSettings().memories[3], row.stored);
+            QCOMPARE(window.get<CMemoryButton>("memoButton4")->text(), row.stored);
+            QCOMPARE(window.sent(), row.sent);
+            QCOMPARE(window.litMemories(), QString(row.sent.isEmpty() ? "" : row.pressed));
+            QCOMPARE(QApplication::focusWidget(), &window);
         }
-        QVERIFY(editor->isHidden());
-        QCOMPARE(CSettings().memories[3], stored);
-        QCOMPARE(window.get<CMemoryButton>("memoButton4")->text(), stored);
-        QTEST(window.sent(), "sent");
-        QCOMPARE(QApplication::focusWidget(), &window);
     }
 
     void aWindowThatGoesKeepsWhatWasTyped()

@@ -122,26 +122,21 @@ private slots:
         }
     }
 
-    void eachWindowKeepsItsOwnTabs_data()
-    {
-        QTest::addColumn<bool>("firstGoes");
-        QTest::newRow("the dialog's window goes first") << true;
-        QTest::newRow("the borrowing window goes first") << false;
-    }
     void eachWindowKeepsItsOwnTabs()
     {
-        QFETCH(bool, firstGoes);
-        auto first = std::make_unique<Window>();
-        auto second = std::make_unique<Window>();
-        QVERIFY(QMetaObject::invokeMethod(second.get(), "onShowSettingsDialog"));
-        std::unique_ptr<Window> &going = firstGoes ? first : second;
-        Window &staying = firstGoes ? *second : *first;
-        going.reset();
-        QPointer<QTabWidget> tabs = staying.get<QTabWidget>("tabWidget");
-        QVERIFY(tabs && tabs->count() == 4);
-        QVERIFY(QMetaObject::invokeMethod(&staying, "onShowSettingsDialog"));
-        QVERIFY(staying.get<QDialog>("CSettingsDIalog")->isAncestorOf(tabs));
-        QCOMPARE(tabs->count(), 4);
+        for (const bool firstGoes : {true, false}) {
+            auto first = std::make_unique<Window>(); // whose dialog the second borrows
+            auto second = std::make_unique<Window>();
+            QVERIFY(QMetaObject::invokeMethod(second.get(), "onShowSettingsDialog"));
+            std::unique_ptr<Window> &going = firstGoes ? first : second;
+            Window &staying = firstGoes ? *second : *first;
+            going.reset();
+            QPointer<QTabWidget> tabs = staying.get<QTabWidget>("tabWidget");
+            QVERIFY(tabs && tabs->count() == 4);
+            QVERIFY(QMetaObject::invokeMethod(&staying, "onShowSettingsDialog"));
+            QVERIFY(staying.get<QDialog>("CSettingsDIalog")->isAncestorOf(tabs));
+            QCOMPARE(tabs->count(), 4);
+        }
     }
 
     void theMenuNamesTheKeysAndCloses()

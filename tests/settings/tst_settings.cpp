@@ -135,59 +135,55 @@ private slots:
         }
     }
 
-    void troubleLosesNoConfiguration_data()
-    {
-        QTest::addColumn<QByteArray>("keptFile");
-        QTest::addColumn<QString>("name");
-        QTest::newRow("names another box") << QByteArray("[General]\nrelayBoxId=9\nNames1=Kept\n") << "Kept";
-        QTest::newRow("garbage") << QByteArray("\x01\xFF[[=\n\x80") << "Antena1";
-        QTest::newRow("cannot be read") << QByteArray() << "Beam";
-    }
     void troubleLosesNoConfiguration()
     {
-        QFETCH(QByteArray, keptFile);
-        saveConfiguration(1, "Beam");
-        write(SettingsFile::keptPath(2), keptFile);
-        QTEST(SettingsFile::ofThisProgram().exchange(1, 2).names[0], "name");
-        QCOMPARE(CSettings().relayBoxId, 2);
-        const CSettings back = SettingsFile::ofThisProgram().exchange(2, 1);
-        QCOMPARE(back.names[0], QString("Beam"));
-        QCOMPARE(back.relayBoxId, 1);
+        const std::pair<QByteArray, QString> keptFiles[] = {
+            {"[General]\nrelayBoxId=9\nNames1=Kept\n", "Kept"},
+            {"\x01\xFF[[=\n\x80", "Antena1"},
+            {QByteArray(), "Beam"}}; // cannot be read
+        for (const auto &[contents, name] : keptFiles) {
+            init();
+            saveConfiguration(1, "Beam");
+            write(SettingsFile::keptPath(2), contents);
+            QCOMPARE(SettingsFile::ofThisProgram().exchange(1, 2).names[0], name);
+            QCOMPARE(CSettings().relayBoxId, 2);
+            const CSettings back = SettingsFile::ofThisProgram().exchange(2, 1);
+            QCOMPARE(back.names[0], QString("Beam"));
+            QCOMPARE(back.relayBoxId, 1);
+        }
     }
 
     /// The value stands for a list of 905,969,664 elements.
-    void aFileThatCannotBeDecodedIsKeptAndTheDefaultsHold_data()
-    {
-        QTest::addColumn<QByteArray>("contents");
-        const QByteArray damage = "miniSize=@Variant(\\0\\0\\0\\x31\\x36\\0\\0\\0)\n";
-        QTest::newRow("in a value of ours") << "[General]\nNames1=Beam\n" + damage;
-        QTest::newRow("in another group") << "[General]\nNames1=Antena1\n[Other]\n" + damage;
-    }
     void aFileThatCannotBeDecodedIsKeptAndTheDefaultsHold()
     {
-        QFETCH(QByteArray, contents);
+        const QByteArray damage = "miniSize=@Variant(\\0\\0\\0\\x31\\x36\\0\\0\\0)\n";
         const QString kept = SettingsFile::path() + ".unreadable";
-        write(SettingsFile::path(), contents);
-        saveConfiguration(1, CSettings().names[0] + "!");
-        QCOMPARE(CSettings().names[0], QString("Antena1!"));
-        QCOMPARE(CSettings().miniSize, QSize(371, 160));
-        QCOMPARE(read(kept), contents);
+        SettingsFile &file = SettingsFile::ofThisProgram();
+        // One that a load finds, and one that only a save finds.
+        for (const QByteArray &contents :
+             {"[General]\nNames1=Beam\n" + damage, "[General]\nNames1=Antena1\n[Other]\n" + damage}) {
+            init();
+            write(SettingsFile::path(), contents);
+            saveConfiguration(1, CSettings().names[0] + "!");
+            QCOMPARE(CSettings().names[0], QString("Antena1!"));
+            QCOMPARE(CSettings().miniSize, QSize(371, 160));
+            QCOMPARE(read(kept), contents);
 
-        // The configuration of another box, and a second damage.
-        write(SettingsFile::keptPath(2), contents);
-        const CSettings other = SettingsFile::ofThisProgram().exchange(1, 2);
-        QCOMPARE(other.relayBoxId, 2);
-        other.save();
-        QCOMPARE(CSettings().names[0], QString("Antena1"));
-        QCOMPARE(read(kept) + read(kept + "2"), contents + contents);
-        QCOMPARE(SettingsFile::ofThisProgram().exchange(2, 1).names[0], QString("Antena1!"));
+            // The configuration of another box.
+            write(SettingsFile::keptPath(2), contents);
+            const CSettings other = file.exchange(1, 2);
+            QCOMPARE(other.relayBoxId, 2);
+            other.save();
+            QCOMPARE(CSettings().names[0], QString("Antena1"));
+            QCOMPARE(read(kept) + read(kept + "2"), contents + contents);
+            QCOMPARE(file.exchange(2, 1).names[0], QString("Antena1!"));
 
-        // Another program puts it there while this one runs.
-        write(SettingsFile::path(), contents);
-        QVERIFY(CSettings().names[0].startsWith("Antena1"));
-        other.save();
-        QCOMPARE(CSettings().relayBoxId, 2);
-        QCOMPARE(read(kept + "3"), contents);
+            // Another program writes it while this one runs.
+            write(SettingsFile::path(), contents);
+            other.save();
+            QCOMPARE(CSettings().relayBoxId, 2);
+            QCOMPARE(read(kept + "3"), contents);
+        }
     }
 
     void aConfigurationThatCannotBeKeptAsideStays()

@@ -49,14 +49,6 @@ constexpr Place wideGrounds[] = {
     {"sea", {42.0, 50.5}}, // the Caspian, inside Asia's outline
 };
 
-/// Coasts within 20 to 50 km, which is two to five pixels of the fine map.
-constexpr Place narrowGrounds[] = {
-    {"land", {42.15, 9.10}}, {"sea", {42.15, 8.25}},  {"sea", {42.15, 9.90}}, // Corsica
-    {"land", {56.0, 9.0}},   {"sea", {56.0, 7.50}},   {"sea", {56.0, 11.3}},  // Jutland
-    {"land", {35.05, 33.2}}, {"sea", {34.35, 33.2}},  {"sea", {35.70, 33.2}}, // Cyprus
-    {"land", {29.00, 33.9}}, {"sea", {28.75, 33.05}}, {"sea", {28.75, 34.7}}, // Sinai and its gulfs
-};
-
 } // namespace
 
 class TestStationMap : public QObject
@@ -101,19 +93,6 @@ private slots:
         }
     }
 
-    void theRimIsTheOppositePoint()
-    {
-        for (const GeoPosition &station : stations()) {
-            const StationProjection map = StationMap::projection(station, side);
-            const GeoPosition opposite = oppositeOf(station);
-            for (const GeoPosition &near :
-                 {opposite, GeoPosition{opposite.latitude * 0.9999, opposite.longitude + 0.01}}) {
-                const QPointF pixel = map.pixelOf(unitVectorOf(near));
-                QVERIFY(std::abs(distance(pixel, {side / 2.0, side / 2.0}) - map.radius()) < 0.1);
-            }
-        }
-    }
-
     void landAndSeaLieWhereTheyAre()
     {
         constexpr int quickSide = 800;
@@ -129,19 +108,6 @@ private slots:
                                         .arg(station.latitude)
                                         .arg(station.longitude)));
             }
-        }
-    }
-
-    void coastsAreRightToAPixel()
-    {
-        constexpr int fineSide = 4000;
-        const GeoPosition station{48.2, 16.4};
-        const QImage map = StationMap{station, {}}.drawn(m_land, fineSide);
-        const StationProjection projection = StationMap::projection(station, fineSide);
-        for (const Place &place : narrowGrounds) {
-            const QPointF pixel = projection.pixelOf(unitVectorOf(place.position));
-            QVERIFY2(groundAt(map, pixel - QPointF(0.5, 0.5), 0) == place.ground,
-                     qPrintable(QString("%1 %2").arg(place.position.latitude).arg(place.position.longitude)));
         }
     }
 
