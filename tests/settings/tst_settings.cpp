@@ -93,7 +93,7 @@ private slots:
     {
         write(SettingsFile::path(),
               "[General]\nrelayBoxId=seven\nColor_1=-5\nEnabled1=no\nEnabled2=0\nAngles1=north\n"
-              "RotorID_1=first\nNames1=A, B\nextendedSize=441x473\n");
+              "RotorID_1=first\nNames1=A, B\nextendedSize=441x473\n[Other]\nkey=kept\n");
         const CSettings settings;
         QCOMPARE(settings.relayBoxId, 0);
         QCOMPARE(settings.colors[0].rgba(), 0U);
@@ -102,6 +102,8 @@ private slots:
         QCOMPARE(settings.rotorIds[0], 0);
         QCOMPARE(settings.names[0], QString());
         QVERIFY(!settings.extendedSize.isValid());
+        settings.save();
+        QVERIFY(read(SettingsFile::path()).contains("key=kept"));
     }
 
     void brokenFileGivesDefinedSettings()
