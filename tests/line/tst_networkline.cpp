@@ -174,7 +174,7 @@ private slots:
         QList<Kind> states;
         connect(&line, &Line::stateChanged, this, [&](const LineState &state) { states << state.kind; });
         line.open();
-        QCOMPARE(line.state().kind, Kind::Connecting);
+        QVERIFY(line.state().kind == Kind::Connecting || line.state().kind == Kind::Refused); // at once on Wine
         QTRY_COMPARE(states, QList<Kind>{Kind::Refused});
         QVERIFY(box.start());
         QTRY_COMPARE(line.signalled, QString("opened "));

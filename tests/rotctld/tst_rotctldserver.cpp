@@ -163,7 +163,8 @@ private slots:
                                                << QByteArray("RPRT -1\nModel\n");
         QTest::newRow("half a line") << QByteArray("\\get_") << QByteArray();
         QTest::newRow("noise") << QByteArray("\0\xFF\x80\x1B[\n_\n", 8) << QByteArray("RPRT -4\nModel\n");
-        QTest::newRow("no answer is read") << QByteArray("1\n").repeated(5'000) << QByteArray("gone");
+        // The system itself keeps some megabytes of answers.
+        QTest::newRow("no answer is read") << QByteArray("1\n").repeated(100'000) << QByteArray("gone");
     }
     void noClientHarmsTheOthers()
     {
@@ -178,7 +179,7 @@ private slots:
         for (int i = 0; i < 20; ++i)
             QCOMPARE(good.say("p\n", 2), QByteArray("12.50\n0.00\n"));
         if (answered == "gone")
-            QTRY_COMPARE_WITH_TIMEOUT(log.lines().filter("does not read its answers").size(), 1, 20000);
+            QTRY_COMPARE_WITH_TIMEOUT(log.lines().filter("does not read its answers").size(), 1, 60000);
         else
             QCOMPARE(bad.say("", answered.count('\n')), answered);
         QCOMPARE(good.say("p\n", 2), QByteArray("12.50\n0.00\n"));

@@ -1,5 +1,6 @@
 #include "widgets/rotationdigitaldisplaywidget.h"
 
+#include "app/resources.h"
 #include "widgetevents.h"
 
 #include <QSignalSpy>
@@ -33,6 +34,8 @@ class TestDigitalDisplay : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase() { initResources(); }
+
     void wheelSteps()
     {
         Digits display;
