@@ -1,24 +1,19 @@
 # Sourced by ./run: the simulated box and the program together, with an operator or with a played session. Who sources
 # it calls end_all on leaving.
+. tools/display.sh
 
 # start_box KIND LINK: takes its orders from descriptor 5, because the shell gives a background job no input of its own.
 start_box() {
     build/release/bin/vextral-simbox --link "$2" --model "$1" --relay-box 1 <&5 &
     box=$!
-    for _ in $(seq 50); do
-        [ -e "$2" ] && return 0
-        sleep 0.1
-    done
+    within 20 [ -e "$2" ] && return 0
     echo "The simulated box did not start." >&2
     return 1
 }
 
 end_all() {
-    local job
-    for job in ${program_job:-} ${box:-} ${manager:-} ${display:-}; do
-        kill "$job" 2>/dev/null || true
-        wait "$job" 2>/dev/null || true
-    done
+    end_jobs ${program_job:-} ${box:-}
+    close_display
 }
 
 # operate KIND FOLDER PROGRAM LINK: until the window closes.
@@ -53,23 +48,15 @@ play_rotator() {
 
 # play KIND FOLDER PROGRAM LINK: a short session on a virtual display.
 play() {
-    local kind=$1 folder=$2 program=$3 link=$4 window screen=$2/screen
-    rm -f "$screen" "$folder/screenshot.png"
-    Xvfb -displayfd 3 -screen 0 1280x800x24 -dpi 96 3>"$screen" >/dev/null 2>&1 &
-    display=$!
-    for _ in $(seq 50); do
-        [ -s "$screen" ] && break
-        sleep 0.1
-    done
-    export DISPLAY=:$(cat "$screen")
-    openbox >/dev/null 2>&1 &
-    manager=$!
+    local kind=$1 folder=$2 program=$3 link=$4 window
+    rm -f "$folder/screenshot.png"
+    open_display "$folder"
     exec 5</dev/null
     start_box "$kind" "$link" >"$folder/traffic.txt"
     "$program" >"$folder/program.log" 2>&1 &
     program_job=$!
 
-    window=$(timeout 30 xdotool search --sync --onlyvisible --name '^Vextral - ' | tail -n 1)
+    window=$(window_of)
     xdotool windowactivate --sync "$window"
     sleep 2
     "play_$kind" "$window"

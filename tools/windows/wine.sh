@@ -1,0 +1,22 @@
+# Sourced: a Windows of its own, on Wine. What runs there needs a display (tools/display.sh).
+
+wine_packages=(wine64 fonts-wine unzip "${display_packages[@]}")
+# No questions about Wine's own browser and .NET, and nothing put into the menus of this desktop.
+export WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml,winemenubuilder.exe='
+
+wine() {
+    timeout 120 /usr/lib/wine/wine64 "$@"
+}
+
+# open_windows FOLDER: makes drive C and the registry there, which takes some seconds.
+open_windows() {
+    export WINEPREFIX=$1
+    # Debian's Wine does not find its own fonts, and takes any other for the captions.
+    mkdir -p "$1/drive_c/windows/Fonts"
+    cp /usr/share/wine/fonts/tahoma*.ttf "$1/drive_c/windows/Fonts"
+    timeout 300 /usr/lib/wine/wine64 wineboot -i >/dev/null 2>&1
+}
+
+close_windows() {
+    [ -z "${WINEPREFIX:-}" ] || /usr/lib/wine/wineserver64 -k 2>/dev/null || true
+}
