@@ -5,6 +5,7 @@
 #include "widgets/map/vextralazimuthalwidget.h"
 
 #include <QDialog>
+#include <QElapsedTimer>
 #include <QSignalSpy>
 #include <QSpinBox>
 
@@ -37,15 +38,67 @@ private slots:
             {"CCW ends a hold of the dial", "100; hold; drag 20 (120); key Left -> L [CCW]; drop 30 [CCW]"},
             {"another target ends a wheel run", "100; wheel (101); key Shift+F1 -> M200; pause"},
             {"a tracker's target does not", "100; wheel (101); net 150 -> M150 (101); pause -> M101"},
+            {"an early STOP says when the antenna moves", "100; CW -> R [CW]; STOP; 106; tip again; STOP -> "
+                                                          "M116 [STOP]; tip quiet; 106; STOP; 106; 106; 106; "
+                                                          "112; tip quiet"},
+            {"an antenna that somebody else turns has no target", "50; 60; target none"},
+            {"a target before the first reading",
+             "dial 200 -> M200; -1; target 200; 50; target 200; 60; target 200"},
+            {"a choice that is given up leaves no target",
+             "100; wheel (101); wheel (102); hide; target none; wheel (103); wheel (104); STOP; target none; "
+             "hold; drag 20 (120); key Esc; target none; dial 200 -> M200; wheel (121); wheel (122); hide; "
+             "target 200; 110; wheel (111); wheel (112); hide; target 200"},
+            {"a lost line forgets what was asked for", "100; dial 200 -> M200; 120; CCW -> M130 [CCW]; "
+                                                       "unplug; key Shift+F1; memory dark; CW; target none; "
+                                                       "replug; 100; 105; 105"},
             {"a key while a button is held",
              "100; press CW -> R [CW]; key Left -> L [CCW]; release CW [CCW]"}};
         for (const auto &row : rows)
+            QTest::newRow(row[0]) << row[1];
+        // On a box whose rotor turns.
+        const char *turning[][2] = {
+            {"clockwise through north", "at 350 -> C; CW -> R [CW]; +500 -> C [CW]; STOP -> M010 [STOP]"},
+            {"counter-clockwise through north",
+             "at 5 -> C; CCW -> L [CCW]; +500 -> C [CCW]; STOP -> M345 [STOP]"},
+            {"keys turn, turn back and repeat",
+             "at 100 -> C; key F11 -> R [CW]; key F11 [CW]; +500 -> C [CW]; key Left -> M120 [CCW]; "
+             "+1500 -> C [CCW]; +0 -> C L [CCW]; +500 -> C [CCW]; STOP -> M100 [STOP]; +1500 -> C [STOP]; "
+             "+0 -> C"},
+            {"a memory while turning waits for rest, and is done with when reached",
+             "at 100 -> C; key Shift+F1 -> M200; +500 -> C; key Shift+F2 -> M120 [STOP]; +2000 -> C [STOP]; "
+             "+0 -> C M300; +9000 -> C; +0 -> C; +0 -> C"},
+            {"a tracker's targets replace the one that waits, without another stop",
+             "at 100 -> C; net 200 -> M200; +500 -> C; net 300 -> M120 [STOP]; net 301 [STOP]; "
+             "+500 -> C [STOP]; net 302 [STOP]; +2000 -> C M302; +0 -> C"},
+            {"a stop that was never sent lets the network's target stop the antenna",
+             "at 100 -> C; CW -> R [CW]; STOP; +500 -> C; net 200 -> M120 [STOP]"},
+            {"a tracker that repeats its target does not undo STOP",
+             "at 100 -> C; net 200 -> M200; +500 -> C; STOP -> M120 [STOP]; net 200 [STOP]; "
+             "+2000 -> C [STOP]; +0 -> C; net again; net 200; net 201 -> M201"},
+            {"what is asked for in an outage is not done after it",
+             "at 100 -> C; outage; dial 200; CW; net 210; key Shift+F1; memory dark; over; 105; 110; 110; "
+             "net 210 -> M210"},
+            {"the network stops, and turns left and right, as the buttons do",
+             "at 100 -> C; net right -> R [CW]; net right [CW]; +500 -> C [CW]; net left -> M120 [CCW]; "
+             "net stop -> M120 [STOP]; +2000 -> C [STOP]; +0 -> C; net 90 -> M090"}};
+        for (const auto &row : turning)
             QTest::newRow(row[0]) << row[1];
     }
     void theRotatorObeys()
     {
         QFETCH(QString, dialogue);
         QCOMPARE(RotatorStation().play(dialogue), dialogue);
+    }
+
+    void theAzimuthIsAskedForTwiceASecondAndNothingElse()
+    {
+        RotatorStation station;
+        station.rotator->scripted.reset();
+        QElapsedTimer time;
+        time.start();
+        station.rotator->startMonitoring();
+        QTRY_COMPARE(station.line.commands(), (QStringList{"C", "C", "C", "C"}));
+        QVERIFY2(time.elapsed() > 1000 && time.elapsed() < 3000, qPrintable(QString::number(time.elapsed())));
     }
 
     void stopIsReachedInEveryWay()
@@ -70,79 +123,6 @@ private slots:
             QCoreApplication::processEvents();
             QCOMPARE(station.heard() + station.lit(), QString(" -> M115 [STOP]")); // and once
         }
-    }
-
-    void anEarlyStopSaysWhenTheAntennaMoves()
-    {
-        RotatorStation station;
-        const auto *stop = station.shown<CAntennaButton>("STOP");
-        const QString quiet = stop->toolTip();
-        const QString again = "the antenna is moving, press again";
-        const QPair<QString, QString> rows[] = {
-            {"100; CW -> R [CW]; STOP; 106", again},
-            {"STOP -> M116 [STOP]", quiet},
-            {"106; STOP; 106; 106; 106; 112", quiet}}; // too late to matter
-        for (const auto &[dialogue, tip] : rows) {
-            QCOMPARE(station.play(dialogue), dialogue);
-            QCOMPARE(stop->toolTip(), tip);
-        }
-    }
-
-    void anAntennaThatSomebodyElseTurnsHasNoTarget()
-    {
-        RotatorStation station;
-        const CVextralAntenna *antenna = station.rotator->antenna(0);
-        station.poll(50);
-        station.poll(60);
-        QVERIFY(antenna->isRotating());
-        QCOMPARE(antenna->target(), -1.0);
-
-        RotatorStation other;
-        other.act("dial", "200");
-        for (const double azimuth : {-1.0, 50.0, 60.0}) {
-            other.poll(azimuth);
-            QCOMPARE(other.rotator->antenna(0)->target(), 200.0);
-        }
-    }
-
-    void aChoiceThatIsGivenUpLeavesNoTargetLine()
-    {
-        RotatorStation station;
-        const CVextralAntenna *antenna = station.rotator->antenna(0);
-        station.poll(100.4);
-        for (const char *choice : {"wheel; wheel; hide", "wheel; wheel; STOP", "hold; drag 20; key Esc"}) {
-            station.play(choice);
-            QVERIFY2(!antenna->hasPendingTarget(), choice);
-        }
-        station.play("dial 200; wheel; wheel; hide");
-        QCOMPARE(antenna->target(), 200.0);
-        station.play("110; wheel; wheel; hide");
-        QCOMPARE(antenna->target(), 200.0);
-    }
-
-    void aTargetIsNotKeptForALineThatIsLost()
-    {
-        RotatorStation station;
-        const QString underWay = "100; dial 200 -> M200; 120; CCW -> M130 [CCW]";
-        QCOMPARE(station.play(underWay), underWay);
-        station.line.pullOut();
-        QCoreApplication::processEvents();
-        QVERIFY(!station.rotator->isOpen());
-        QCOMPARE(station.lit(), QString());
-        QSignalSpy started(station.rotator, &CVextralRemoteControl::onStartRotating);
-        station.act("key", "Shift+F1");
-        QVERIFY(started.isEmpty()); // or the memory's lamp would be lit
-        station.act("CW", "");
-        QTRY_COMPARE(station.lit(), QString());
-        QVERIFY(!station.rotator->antenna(0)->hasPendingTarget());
-
-        station.rotator->setMonitorInterval(10);
-        station.rotator->startMonitoring();
-        station.line.plugIn();
-        QTRY_VERIFY(station.rotator->isOpen());
-        station.rotator->stopMonitoring();
-        const QString aTurnByOtherMeans = "100; 105; 105";
-        QCOMPARE(station.play(aTurnByOtherMeans), aTurnByOtherMeans);
     }
 
     void aRotationMovesTheAntennaAndEnds()

@@ -206,14 +206,8 @@ private slots:
         QCOMPARE(turn(station.antenna(2), 123.0, resting), QString());
         QCOMPARE(station.antenna(2)->angle(), 123.0);
 
-        // While the rotor is selected, a poll drops the target, or the operator chooses another one.
-        station.controller.duringStatus = [&] { antenna->clearTarget(); };
+        station.controller.duringStatus = [&] { antenna->clearTarget(); }; // a poll drops it
         QCOMPARE(turn(antenna, 200.0, resting), QString("K0 M200"));
-        station.controller.duringStatus = [&] {
-            antenna->setTarget(90.0);
-            station.controller.turnAntennaFromCurrentToTarget(antenna);
-        };
-        QCOMPARE(turn(antenna, 200.0, resting), QString("K0 K0 M90"));
     }
 
     void theRotorButtonTogglesAndUndoesAFailedToggle_data()

@@ -43,51 +43,35 @@ private slots:
     void answers_data()
     {
         QTest::addColumn<QByteArray>("expected");
-        const auto row = [](const QByteArray &line, const char *expected) {
-            QTest::newRow(line) << QByteArray(expected);
+        const auto rows = [](const char *expected, const QList<QByteArray> &lines) {
+            for (const QByteArray &line : lines)
+                QTest::newRow(line) << QByteArray(expected);
         };
-        row("p", "123.40\n0.00\n");
-        row("\\get_pos\r\n", "123.40\n0.00\n");
-        row(" p ", "123.40\n0.00\n");
-        row("P 90 45", "[90]RPRT 0\n");
-        row("P90.5\t-3", "[90.5]RPRT 0\n");
-        row("\\set_pos 1e2 0", "[100]RPRT 0\n");
-        row("P -180 0", "[180]RPRT 0\n");
-        row("P -0.0 0", "[0]RPRT 0\n");
-        row("P 450 0", "[90]RPRT 0\n");
-        row("S", "[stop]RPRT 0\n");
-        row("M 8 -1", "[left]RPRT 0\n");
-        row("M 16 100", "[right]RPRT 0\n");
-        row("_", "Model\n");
-        row("\\dump_state", "1\n2\nmin_az=-180.000000\nmax_az=450.000000\nmin_el=-90.000000\n"
-                            "max_el=180.000000\nsouth_zero=0\nrot_type=Az\ndone\n");
-        row("q", "closes");
-        row("+\\quit", "closes");
-        row("\r\n", "nothing");
-
-        row("P 450.1 0", "RPRT -1\n");
-        row("P -180.1 0", "RPRT -1\n");
-        row("P nan 0", "RPRT -1\n");
-        row("P 90 inf", "RPRT -1\n");
-        row("P 90 up", "RPRT -1\n");
-        row("P 9,5 0", "RPRT -1\n");
-        row("P 90", "RPRT -1\n");
-        row("P 90 0 0", "RPRT -1\n");
-        row("pp", "RPRT -1\n");
-        row("M 2 50", "RPRT -11\n");
-        row("M 9 50", "RPRT -1\n");
-        row("M 8 fast", "RPRT -1\n");
-        row("K", "RPRT -4\n");
-        row("\\", "RPRT -4\n");
-        row("get_pos", "RPRT -4\n");
-        row("\xFF\x01", "RPRT -4\n");
-        row("+", ":\nRPRT -4\n");
-
-        row("+p", "get_pos:\nAzimuth: 123.40\nElevation: 0.00\nRPRT 0\n");
-        row(";\\get_pos", "get_pos:;Azimuth: 123.40;Elevation: 0.00;RPRT 0\n");
-        row("|P  135  22.5", "[135]set_pos: 135 22.5|RPRT 0\n");
-        row("+P 500 0", "set_pos: 500 0\nRPRT -1\n");
-        row("+_", "get_info:\nInfo: Model\nRPRT 0\n");
+        rows("123.40\n0.00\n", {"p", "\\get_pos\r\n", " p "});
+        rows("[90]RPRT 0\n", {"P 90 45", "P 450 0"});
+        rows("[90.5]RPRT 0\n", {"P90.5\t-3"});
+        rows("[100]RPRT 0\n", {"\\set_pos 1e2 0"});
+        rows("[180]RPRT 0\n", {"P -180 0"});
+        rows("[0]RPRT 0\n", {"P -0.0 0"});
+        rows("[stop]RPRT 0\n", {"S"});
+        rows("[left]RPRT 0\n", {"M 8 -1"});
+        rows("[right]RPRT 0\n", {"M 16 100"});
+        rows("Model\n", {"_"});
+        rows("1\n2\nmin_az=-180.000000\nmax_az=450.000000\nmin_el=-90.000000\n"
+             "max_el=180.000000\nsouth_zero=0\nrot_type=Az\ndone\n",
+             {"\\dump_state"});
+        rows("closes", {"q", "+\\quit"});
+        rows("nothing", {"\r\n"});
+        rows("RPRT -1\n", {"P 450.1 0", "P -180.1 0", "P nan 0", "P 90 inf", "P 90 up", "P 9,5 0", "P 90",
+                           "P 90 0 0", "pp", "M 9 50", "M 8 fast"});
+        rows("RPRT -11\n", {"M 2 50"});
+        rows("RPRT -4\n", {"K", "\\", "get_pos", "\xFF\x01"});
+        rows(":\nRPRT -4\n", {"+"});
+        rows("get_pos:\nAzimuth: 123.40\nElevation: 0.00\nRPRT 0\n", {"+p"});
+        rows("get_pos:;Azimuth: 123.40;Elevation: 0.00;RPRT 0\n", {";\\get_pos"});
+        rows("[135]set_pos: 135 22.5|RPRT 0\n", {"|P  135  22.5"});
+        rows("set_pos: 500 0\nRPRT -1\n", {"+P 500 0"});
+        rows("get_info:\nInfo: Model\nRPRT 0\n", {"+_"});
     }
     void answers() { QTEST(answerTo(QTest::currentDataTag()), "expected"); }
 

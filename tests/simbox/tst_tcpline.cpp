@@ -55,26 +55,13 @@ private slots:
         QCOMPARE(third.hears(7), QString("ST=<13><00>"));
     }
 
-    void itComesBackAtItsPort()
+    void theClockTurnsTheRotor()
     {
-        TcpLine line;
+        TcpLine line({QHostAddress::LocalHost, 0}, SimulatedBox::Model::Rotator);
         QVERIFY(line.start());
-        const quint16 port = line.port();
-        for (bool byFault : {true, false}) {
-            Program program(port);
-            line.setFault(byFault ? LineFault::hangUp(3) : LineFault::none(), 1);
-            program.write("K0\r\n");
-            QCOMPARE(program.hears(3).left(3), QString("ST="));
-            if (!byFault)
-                line.hangUp();
-            QVERIFY(program.hears().endsWith('|') && line.waitUntilDown());
-            QVERIFY(!Program(port).waitForConnected(patienceMs));
-            QVERIFY(line.restore());
-            QCOMPARE(line.portName(), QString("tcp://localhost:%1").arg(port));
-        }
-        Program program(port);
-        program.write("K0\r\n");
-        QCOMPARE(program.hears(7), QString("ST=<10><00>"));
+        Program program(line.port());
+        program.write("M090\r\n");
+        QTRY_VERIFY(program.write("C\r\n") && program.hears(8) > "AZ=000");
     }
 
     void theProgramServesAndObeys()

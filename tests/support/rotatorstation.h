@@ -1,5 +1,6 @@
 #pragma once
 
+#include "antenna/vextralantenna.h"
 #include "device/devicekt240m.h"
 #include "mainwindow/mainwindow.h"
 #include "rotctld/rotctlddevice.h"
@@ -14,9 +15,11 @@
 #include "widgets/widgetevents.h"
 
 #include <QFile>
+#include <QPushButton>
 #include <QTcpSocket>
 #include <QTest>
 
+#include <algorithm>
 #include <functional>
 #include <map>
 #include <memory>
@@ -36,10 +39,9 @@ public:
 /// time pass. Memory 1 holds 200, memory 2 holds 300.
 struct RotatorStation
 {
-    explicit RotatorStation(double position = 0.0, double degreesPerSecond = 0.0)
+    RotatorStation()
     {
-        line.box().rotor().setPosition(position);
-        line.box().rotor().setSpeed(degreesPerSecond);
+        line.box().rotor().setPosition(0.0);
         CSettings settings;
         settings.comPortName = "rotator";
         settings.memories[0] = "200";
@@ -80,12 +82,16 @@ struct RotatorStation
     /// Plays a dialogue and returns it as it really came out. Its lines, divided by "; ", say what happens,
     /// what the box hears of it, which lamps are lit then, and what a display that is being changed shows:
     /// "STOP -> M115 [STOP]", "wheel (102)". Numbers are azimuths that are polled, or with "+" the
-    /// milliseconds to let pass before the box is asked.
+    /// milliseconds to let pass before the box is asked; "at" puts its rotor there, 20 degrees a second fast.
     QString play(const QString &dialogue)
     {
         QStringList outcome;
         for (const QString &expected : dialogue.split("; ")) {
             const QString action = expected.section(" -> ", 0, 0).section(" [", 0, 0).section(" (", 0, 0);
+            if (const QString asked = answer(action.section(' ', 0, 0)); !asked.isEmpty()) {
+                outcome << asked;
+                continue;
+            }
             act(action.section(' ', 0, 0), action.section(' ', 1));
             const QString dialled = display->isEditing() ? QString(" (%1)").arg(display->value()) : "";
             outcome << action + heard() + lit() + dialled;
@@ -93,10 +99,44 @@ struct RotatorStation
         return outcome.join("; ");
     }
 
+    /// What is seen of the dashed target line, of STOP's tool tip and of the memories' lamps.
+    QString answer(const QString &question) const
+    {
+        const CVextralAntenna *antenna = rotator->antenna(0);
+        const bool isAimed = antenna->hasPendingTarget() && antenna->target() != -1.0;
+        if (question == "target")
+            return "target " + (isAimed ? QString::number(antenna->target()) : "none");
+        if (question == "tip")
+            return shown<CAntennaButton>("STOP")->toolTip().contains("press again") ? "tip again"
+                                                                                    : "tip quiet";
+        if (question != "memory")
+            return QString();
+        const auto memories =
+            window->findChild<QWidget *>("memoryButtonsFrame")->findChildren<QPushButton *>();
+        const bool isLit =
+            std::any_of(memories.begin(), memories.end(), [](auto *m) { return m->isChecked(); });
+        return isLit ? "memory lit" : "memory dark";
+    }
+
+    void replug()
+    {
+        line.plugIn();
+        rotator->setMonitorInterval(10);
+        rotator->startMonitoring();
+        QTRY_VERIFY(rotator->isOpen());
+        rotator->stopMonitoring();
+    }
+
     void act(const QString &verb, const QString &object)
     {
         const int number = object.toInt();
         const std::map<QString, std::function<void()>> verbs = {
+            {"at",
+             [&] {
+                 line.box().rotor().setPosition(number);
+                 line.box().rotor().setSpeed(20.0);
+                 poll(std::nullopt);
+             }},
             {"press", [&] { QTest::mousePress(shown<CAntennaButton>(object), Qt::LeftButton); }},
             {"release", [&] { QTest::mouseRelease(shown<CAntennaButton>(object), Qt::LeftButton); }},
             {"key", [&] { QTest::keySequence(window.get(), QKeySequence(object)); }},
@@ -110,6 +150,8 @@ struct RotatorStation
             {"click", [&] { QTest::mouseClick(display, Qt::LeftButton); }},
             {"wheel", [&] { turnWheel(display); }},
             {"net", [&] { order(object); }},
+            {"unplug", [&] { line.pullOut(), QCoreApplication::processEvents(); }},
+            {"replug", [&] { replug(); }},
             {"outage", [&] { line.setOutage(true); }},
             {"over", [&] { line.setOutage(false); }},
             {"pause", [&] { QTRY_VERIFY(!display->isEditing()); }}};
