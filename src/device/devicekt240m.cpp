@@ -235,7 +235,9 @@ bool CDeviceKT240M::rotateTo(double azimuth)
         return false;
     }
     const bool waits = m_motion.isTurning();
-    return obey(m_motion.goTo(azimuth)) && !waits;
+    const bool isSent = obey(m_motion.goTo(azimuth));
+    first().setTarget(azimuth);
+    return isSent && !waits;
 }
 
 bool CDeviceKT240M::takesOrders() const

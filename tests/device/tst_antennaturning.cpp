@@ -109,6 +109,7 @@ private slots:
         QTest::newRow("the other display") << turn(200) << press(1) << "K0 K0 K9 K0 C";
         QTest::newRow("F9") << turn(200) << Order([](Station &s) { s.controller.toggleRotor(); }) << "K0 K9";
         QTest::newRow("rotor button") << turn(200) << rotorButton << "K0 K0 K9 K0";
+        QTest::newRow("other rotor, STOP after K9") << turn(200, 1) << stop << "K0 K9 K0 S";
         QTest::newRow("display, STOP") << press(1) << stop << "K0 S";
         QTest::newRow("rotor button, a target") << rotorButton << turn(90) << "K0 K0 M090";
     }
@@ -118,7 +119,7 @@ private slots:
         QFETCH(Order, meanwhile);
         QFETCH(QString, heard);
         Station s;
-        s.during("K0", [&] { meanwhile(s); });
+        s.during(heard.startsWith("K0 K9 K0 S") ? "K9" : "K0", [&] { meanwhile(s); });
         first(s);
         QCOMPARE(s.port.heard(), heard);
     }

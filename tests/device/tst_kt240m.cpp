@@ -48,6 +48,8 @@ private slots:
              "100; wheel (101); wheel (102); hide; target none; wheel (103); wheel (104); STOP; target none; "
              "hold; drag 20 (120); key Esc; target none; dial 200 -> M200; wheel (121); wheel (122); hide; "
              "target 200; 110; wheel (111); wheel (112); hide; target 200"},
+            {"a target that ends a wheel run is shown while it waits",
+             "100; 110; wheel (111); key Shift+F1 -> M120 [STOP]; target 200"},
             {"a lost line forgets what was asked for", "100; dial 200 -> M200; 120; CCW -> M130 [CCW]; "
                                                        "unplug; key Shift+F1; memory dark; CW; target none; "
                                                        "replug; 100; 105; 105"},

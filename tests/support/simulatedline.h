@@ -22,11 +22,11 @@ public:
 
     LineFactory factory();
 
-    SimulatedBox &box() { return m_box.box; }
+    SimulatedBox &box() { return m_box.box(); }
     /// Milliseconds that waits and pauses have taken.
     int time() const { return m_time; }
     /// Lets the rotors turn for so long.
-    void advance(int milliseconds) { m_box.box.advance(milliseconds); }
+    void advance(int milliseconds) { m_box.box().advance(milliseconds); }
 
     /// The fault acts on the next `replies` commands that it concerns. Hang-ups only without bytes before.
     void setFault(const LineFault &fault, int replies = FaultyBox::Forever)

@@ -80,7 +80,7 @@ void BoxLine::withBox(const std::function<void(SimulatedBox &)> &function)
 {
     const Lock lock(m_mutex);
     catchUp();
-    function(m_box.box);
+    function(m_box.box());
 }
 
 void BoxLine::advance(int milliseconds)
@@ -168,7 +168,7 @@ void BoxLine::catchUp()
 {
     const qint64 now = m_time.elapsed();
     if (m_clock == Clock::Real)
-        m_box.box.advance(int(now - m_boxTime));
+        m_box.box().advance(int(now - m_boxTime));
     m_boxTime = now;
 }
 

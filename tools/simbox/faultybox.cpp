@@ -30,7 +30,7 @@ QList<QByteArray> FaultyBox::receive(const QByteArray &bytes)
 
 QVector<LineFault::Portion> FaultyBox::answer(const QByteArray &line)
 {
-    const QByteArray reply = box.handle(line);
+    const QByteArray reply = m_box.handle(line);
     if (m_faultCount == 0 || !m_fault.actsOn(reply)) {
         if (reply.isEmpty())
             return {};
@@ -43,7 +43,7 @@ QVector<LineFault::Portion> FaultyBox::answer(const QByteArray &line)
         return {};
     }
     // Asked of a copy: the box has not heard that query, so it must not use up a prepared angle.
-    const QByteArray other = SimulatedBox(box).handle(withoutLineEnd(line) == "C" ? "K0" : "C");
+    const QByteArray other = SimulatedBox(m_box).handle(withoutLineEnd(line) == "C" ? "K0" : "C");
     return m_fault.portions(line, reply, other);
 }
 

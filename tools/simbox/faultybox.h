@@ -14,7 +14,9 @@ class FaultyBox
 public:
     static constexpr int Forever = -1;
 
-    explicit FaultyBox(SimulatedBox::Model model) : box(model) {}
+    explicit FaultyBox(SimulatedBox::Model model) : m_box(model) {}
+
+    SimulatedBox &box() { return m_box; }
 
     /// The fault acts on the replies to the next `replies` commands to which it applies, then the line is
     /// good again. It replaces the former fault.
@@ -28,9 +30,8 @@ public:
 
     static QByteArray withoutLineEnd(const QByteArray &line);
 
-    SimulatedBox box;
-
 private:
+    SimulatedBox m_box;
     LineFault m_fault;
     int m_faultCount = 0;
     QByteArray m_held;
