@@ -8,15 +8,13 @@ namespace {
 
 constexpr QSize logo(80, 36);
 
-/// The places that are there, those of buttons and lamps only or of everything.
-QList<QRect> placed(const PanelGeometry &geometry, bool everything)
+/// The places of buttons and lamps.
+QList<QRect> placed(const PanelGeometry &geometry)
 {
     QList<QRect> places;
     for (const std::vector<QRect> *row : {&geometry.antennas, &geometry.transmitLines, &geometry.radios})
         places.append(QList<QRect>(row->begin(), row->end()));
     places << geometry.power << geometry.send << geometry.split;
-    if (everything)
-        places << geometry.logo << geometry.largeInfo << geometry.smallInfo << geometry.title;
     places.removeAll(QRect());
     return places;
 }
@@ -34,37 +32,23 @@ class TestPanelGeometry : public QObject
     Q_OBJECT
 
 private slots:
-    void columnsStandByTheirNumbers_data()
+    void columnsAreAtTheirNumbersAndDefinedForEverySize()
     {
-        QTest::addColumn<QSize>("panel");
-        QTest::addColumn<QList<QRect>>("expected"); // antennas 1 and 4, TX 1 and 4, POWER, info, title
-        QTest::newRow("smallest") << QSize(418, 100)
-                                  << QList<QRect>{{92, 30, 60, 58},   {272, 30, 60, 58}, {124, 35, 24, 20},
-                                                  {304, 35, 24, 20},  {20, 43, 45, 15},  {333, 5, 100, 20},
-                                                  {333, 24, 100, 14}, {10, 1, 398, 30}};
-        QTest::newRow("three times as large")
-            << QSize(1254, 300)
-            << QList<QRect>{{92, 30, 269, 258}, {899, 30, 269, 258}, {333, 35, 24, 20},   {1140, 35, 24, 20},
-                            {20, 143, 45, 15},  {1169, 5, 100, 20},  {1169, 24, 100, 14}, {10, 1, 1234, 30}};
-    }
-    void columnsStandByTheirNumbers()
-    {
-        QFETCH(QSize, panel);
-        const PanelGeometry g = PanelGeometry::inColumns(panel, {4, 4, 0, true, false, true, true, logo});
-        const QList<QRect> places{g.antennas.at(0),      g.antennas.at(3), g.transmitLines.at(0),
-                                  g.transmitLines.at(3), g.power,          g.largeInfo,
-                                  g.smallInfo,           g.title};
-        QTEST(places, "expected");
-        QCOMPARE(g.logo, QRect(QPoint(10, 4), logo));
+        const PanelTraits traits{4, 4, 0, true, false, true, true, logo};
+        const PanelGeometry g = PanelGeometry::inColumns({1254, 300}, traits);
+        QCOMPARE(
+            (QList<QRect>{g.antennas.at(0), g.antennas.at(3), g.transmitLines.at(0), g.transmitLines.at(3)}),
+            (QList<QRect>{{92, 30, 269, 258}, {899, 30, 269, 258}, {333, 35, 24, 20}, {1140, 35, 24, 20}}));
+        QCOMPARE((QList<QRect>{g.power, g.largeInfo, g.smallInfo, g.title, g.logo}),
+                 (QList<QRect>{{20, 143, 45, 15},
+                               {1169, 5, 100, 20},
+                               {1169, 24, 100, 14},
+                               {10, 1, 1234, 30},
+                               QRect(QPoint(10, 4), logo)}));
         QVERIFY(g.send.isNull() && g.split.isNull() && g.radios.empty());
-    }
-
-    void columnsAreDefinedForEverySize()
-    {
-        PanelTraits traits;
-        traits.antennas = traits.transmitLines = 4;
         for (int width : {-1, 0, 21, 176, 177, 300}) {
-            for (const QRect &place : placed(PanelGeometry::inColumns({width, 41}, traits), true))
+            for (const QRect &place :
+                 placed(PanelGeometry::inColumns({width, 41}, {4, 4, 0, false, false, false, false, {}})))
                 QVERIFY2(place.width() >= 0 && place.width() < (1 << 24), text(place));
         }
     }
@@ -78,7 +62,7 @@ private slots:
             for (const QSize &panel : {QSize(418, 100), QSize(1254, 300)}) {
                 const PanelGeometry geometry = PanelGeometry::inRows(panel, traits);
                 QVERIFY(!geometry.antennas.empty() && has(3) != geometry.power.isNull());
-                const QList<QRect> places = placed(geometry, false);
+                const QList<QRect> places = placed(geometry);
                 for (int i = 0; i < places.size(); ++i) {
                     QVERIFY2(places[i].height() >= 15 && QRect(QPoint(), panel).contains(places[i]),
                              text(places[i]));
