@@ -46,6 +46,17 @@ void occupyStandardStreams()
 #endif
 }
 
+/// As QTime's format "zzzz", which takes as long as the rest of a record: with leading zeros, and once more
+/// without trailing ones.
+QByteArray millisecondsText(int milliseconds)
+{
+    const QByteArray padded = QByteArray::number(1000 + milliseconds).mid(1);
+    QByteArray fraction = padded;
+    while (fraction.size() > 1 && fraction.endsWith('0'))
+        fraction.chop(1);
+    return padded + fraction;
+}
+
 QLoggingCategory::CategoryFilter systemFilter = nullptr;
 
 /// The system's rules hold for all categories but the one that the program logs in.
@@ -145,8 +156,7 @@ QByteArray CLog::timeStamp()
         const QDateTime time = QDateTime::fromSecsSinceEpoch(m_second);
         m_secondText = time.toString(QStringLiteral("dd/MM/yyyy hh:mm:ss - ")).toUtf8();
     }
-    const QTime fraction = QTime::fromMSecsSinceStartOfDay(int(now % 1000));
-    return m_secondText + fraction.toString(QStringLiteral("zzzz -")).toUtf8();
+    return m_secondText + millisecondsText(int(now % 1000)) + " -";
 }
 
 void CLog::takeBack(const QByteArray &line)

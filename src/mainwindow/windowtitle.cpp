@@ -2,15 +2,6 @@
 
 #include "device/vextralremotecontrol.h"
 
-namespace {
-
-bool isTitledByName()
-{
-    return false; // no model of ours is known by its given name alone
-}
-
-} // namespace
-
 QString windowTitleOf(CVextralRemoteControl &controller)
 {
     const QString prefix = QStringLiteral("Vextral - ");
@@ -18,5 +9,5 @@ QString windowTitleOf(CVextralRemoteControl &controller)
     const QString name = controller.relayBoxName();
     if (controller.capabilityA())
         return prefix + QStringLiteral("%1 %2 %3").arg(model, QString::number(controller.relayBoxId()), name);
-    return prefix + (isTitledByName() ? name : model + QLatin1String(" : ") + name);
+    return prefix + model + QLatin1String(" : ") + name;
 }
