@@ -89,7 +89,13 @@ FittedCaption fittedCaption(const QString &caption, const QFont &font, const QSi
         return {caption, usualSize};
 
     const QString name = nameOfCaption(caption);
-    const int size = fittingSize(name, usual, room, usualSize);
-    const QFontMetrics metrics = metricsOf(font, size);
-    return {captionOfName(cut(wrapped(name, metrics, room.width()), metrics, room)), size};
+    int size = fittingSize(name, usual, room, usualSize);
+    QFontMetrics metrics = metricsOf(font, size);
+    QStringList lines = wrapped(name, metrics, room.width());
+    // The widths of a hinted font, as Windows has, do not grow evenly with its size.
+    while (size > smallestPixelSize && !fits(metrics.size(0, lines.join(lineBreak)), room)) {
+        metrics = metricsOf(font, --size);
+        lines = wrapped(name, metrics, room.width());
+    }
+    return {captionOfName(cut(lines, metrics, room)), size};
 }

@@ -73,6 +73,14 @@ private slots:
         }
     }
 
+    void aNameIsCutOnlyInTheSmallestSize()
+    {
+        for (int width = 20; width < 90; ++width) {
+            const FittedCaption fitted = fittedCaption("Beverage", QFont(), {width, 60}, 18);
+            QVERIFY2(fitted.text == "Beverage" || fitted.pixelSize == 9, qPrintable(QString::number(width)));
+        }
+    }
+
     void aButtonPaintsItsFittedCaptionAndKeepsTheWholeOne()
     {
         CAntennaButton button("Beverage North East"), same;
