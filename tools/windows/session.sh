@@ -83,14 +83,24 @@ play() {
     build/release/bin/vextral-simbox --listen 127.0.0.1:0 --model "$kind" --relay-box 1 --speed 45 \
         </dev/null >"$box_log" 2>&1 &
     box=$!
-    within 20 grep -q 'answers on tcp://' "$box_log" || fail "The simulated box did not start."
+    within 20 grep -qs 'answers on tcp://' "$box_log" || fail "The simulated box did not start."
     port=$(sed -n 's|.*answers on tcp://[^ ]*:\([0-9]*\) .*|\1|p' "$box_log")
-    printf '[General]\ncomPortName=tcp://127.0.0.1:%s\nEnabled1=true\nMemories1=90\nMemories2=45\n' "$port" \
-        >"$folder/VextralRemoteControl.ini"
+    cat >"$folder/VextralRemoteControl.ini" <<END
+[General]
+comPortName=tcp://127.0.0.1:$port
+Enabled1=true
+Names1=Beverage
+Names2=Yagi
+Names3=Vertical
+Names4=Dipole
+Memories1=90
+Memories2=45
+END
 
     start_program "$@" "$folder/$(basename "$program_file")"
     within 20 heard_more_than 0 || fail "The box was not asked."
     "operate_$kind"
+    within 20 heard_more_than $(($(heard | wc -l) + 2)) || fail "The box was not asked any more."
     picture "$window" "$pictures/$name.png" || fail "The window does not come to rest."
     [ "$kind" = stack ] || press F11 R
     close_program

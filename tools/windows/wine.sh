@@ -15,6 +15,9 @@ open_windows() {
     mkdir -p "$1/drive_c/windows/Fonts"
     cp /usr/share/wine/fonts/tahoma*.ttf "$1/drive_c/windows/Fonts"
     timeout 300 /usr/lib/wine/wine64 wineboot -i >/dev/null 2>&1
+    # Windows smooths its fonts, Wine does not by itself.
+    wine reg add 'HKCU\Control Panel\Desktop' /v FontSmoothing /d 2 /f >/dev/null
+    wine reg add 'HKCU\Control Panel\Desktop' /v FontSmoothingType /t REG_DWORD /d 2 /f >/dev/null
 }
 
 close_windows() {
