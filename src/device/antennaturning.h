@@ -22,6 +22,7 @@ public:
     /// The panel's button of this rotor was pressed.
     void toggleTo(int rotor);
 
+    int lastOrder() const { return m_order; }
     /// Numbers a new order. Orders that are still being prepared give up.
     int begin() { return ++m_order; }
     /// Gives the antenna the target and turns it there; without a rotor it points there at once. Returns

@@ -48,6 +48,7 @@ void Monitoring::stop()
 void Monitoring::synchronise()
 {
     const int run = m_run;
+    const int order = m_controller.lastOrder();
     m_controller.getStatus();
     if (isStopped(run))
         return;
@@ -58,7 +59,9 @@ void Monitoring::synchronise()
     if (firstRotor >= 0)
         synchroniseAntennas(firstRotor);
     qDebug("%s", dashes);
-    synchroniseOtherRotor(run);
+    // A rotor that the operator has turned or selected meanwhile stays selected.
+    if (order == m_controller.lastOrder())
+        synchroniseOtherRotor(run);
     if (isStopped(run))
         return;
     if (CVextralAzimuthalWidget *map = m_controller.azimuthalWidget()) {
@@ -94,8 +97,9 @@ void Monitoring::synchroniseOtherRotor(int run)
         qDebug("erro ao tentar trocar de rotor");
         return;
     }
+    const int order = m_controller.lastOrder();
     const int otherRotor = m_controller.currentRotor(nullptr);
-    if (isStopped(run))
+    if (isStopped(run) || order != m_controller.lastOrder())
         return;
     if (otherRotor < 0) {
         qDebug("CVextralRemoteControl::monitore() - Nao deu certo a troca de rotor");

@@ -34,8 +34,8 @@ QString replyTextWithoutLineFeeds(const QByteArray &buffer);
 /// The azimuth in degrees of an "AZ=ddd" reply; nothing when the buffer does not begin like one.
 std::optional<double> decodeAngle(const QByteArray &buffer);
 
-/// One of the two status queries: what is asked, how long is listened, where the status bytes stand and the
-/// texts that the log tells of it. The texts hold at most one "%s", the reply.
+/// One of the two status queries: the command, how many rounds to wait for the reply, the position of the
+/// status bytes in it, and the texts for the log, which contain at most one "%s" for the reply.
 struct StatusQuery
 {
     /// What is asked, and how the log names it.

@@ -21,6 +21,9 @@
 ///     target          | go there               | *soft stop*             | *soft stop*, Turning
 ///     target, digits  | go there               | *soft stop*, go there,  | as Turning
 ///                     |                        | Resting                 |
+///     target, tracker | go there               | kept where *soft stop*  | *soft stop*, Turning
+///                     |                        | was sent, or else as    |
+///                     |                        | target                  |
 ///     direction, lit  | -                      | -                       | -
 ///     direction, dark | turn, light it         | *soft stop*, keep it,   | as Turning, Turning
 ///                     |                        | light it, STOP dark     |

@@ -33,8 +33,8 @@ class QWidget;
 /// inside a read. The virtual operations are the models' extension points. Angles are compass degrees;
 /// unknownAngle also stands for a failed read.
 ///
-/// A command is `false` before open(). With a line rotateCCW(), rotateCW() and stop() tell whether it left;
-/// the others are `true`, also where the line did not open or is lost and nothing left.
+/// A command returns `false` before open(). With a line rotateCCW(), rotateCW() and stop() return whether it
+/// left; the others are `true`, also where the line did not open or is lost and nothing left.
 class CVextralRemoteControl : public QObject
 {
     Q_OBJECT
@@ -150,6 +150,8 @@ public:
     /// up when anything else is ordered to turn, to stop or to select a rotor while the box is asked for the
     /// rotor. Returns whether there was a line for the order; an antenna without a rotor needs none.
     bool turnTo(CVextralAntenna *antenna, double degrees) { return m_turning.turnTo(antenna, degrees); }
+    /// The number of the last order to turn, to stop or to select a rotor.
+    int lastOrder() const { return m_turning.lastOrder(); }
     /// Takes an antenna without a rotor to point there from now on, and stores it.
     void pointFixedAntenna(CVextralAntenna *antenna, double degrees)
     {

@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/// How the line to the box stands, for telling the operator.
+/// The state of the line to the box, as the operator is told.
 struct LineState
 {
     enum class Kind {
@@ -28,9 +28,9 @@ struct LineState
     QString detail;
     /// The group that may use the port, for NoPermission on systems that have groups; may be empty.
     QString group;
-    /// Whole seconds since the box was last heard, for Listening and Silent.
+    /// Whole seconds since the box last answered, for Listening and Silent.
     int silentSeconds = 0;
 };
 
-/// One or two sentences that tell an operator how the line stands and what to do about it.
+/// One or two sentences for the operator: the state of the line and what to do about it.
 QString describe(const LineState &state);

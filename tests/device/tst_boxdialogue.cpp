@@ -98,16 +98,17 @@ private slots:
         QCOMPARE(station.port.heard(), QString("K0 K0 C K9 K0 C K9 K0 C"));
     }
 
-    void closingInsideTheSynchronisationPassCounts_data()
+    void whatHappensInsideTheSynchronisationPassCounts_data()
     {
         QTest::addColumn<QString>("what");
         QTest::addColumn<bool>("opened");
         QTest::addColumn<QString>("heard");
         QTest::newRow("closed") << "close" << false << "K0";
         QTest::newRow("closed and opened") << "close open" << true << "K0 K0 K0 C K9 K0 C K9 K0 C";
+        QTest::newRow("a rotor turned, which is not switched then") << "turn" << true << "K0 M200 K0 C";
         QTest::newRow("lost, which is tried again") << "pull" << true << "K0";
     }
-    void closingInsideTheSynchronisationPassCounts()
+    void whatHappensInsideTheSynchronisationPassCounts()
     {
         QFETCH(QString, what);
         QFETCH(bool, opened);
@@ -119,6 +120,8 @@ private slots:
                 controller.close();
             if (what.endsWith("open"))
                 controller.open("box");
+            if (what == "turn")
+                controller.rotateTo(200);
             if (what == "pull")
                 station.port.pullOut();
         });
