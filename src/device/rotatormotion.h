@@ -21,9 +21,8 @@
 ///     target          | go there               | *soft stop*             | *soft stop*, Turning
 ///     target, digits  | go there               | *soft stop*, go there,  | as Turning
 ///                     |                        | Resting                 |
-///     target, tracker | go there               | kept where *soft stop*  | *soft stop*, Turning
-///                     |                        | was sent, or else as    |
-///                     |                        | target                  |
+///     target, tracker | go there               | *soft stop*, if none is | *soft stop*, Turning
+///                     |                        | under way               |
 ///     direction, lit  | -                      | -                       | -
 ///     direction, dark | turn, light it         | *soft stop*, keep it,   | as Turning, Turning
 ///                     |                        | light it, STOP dark     |
