@@ -111,7 +111,7 @@ private slots:
                     || !m_station->line.traffic().last().fromProgram);
         QTest::qWait(1); // what the program has not read of it yet
 
-        changeBox();
+        m_station->changeBox();
         const int polls = outcome < 2 ? 1 : 2;
         for (int i = 0; i < polls; ++i)
             m_station->poll();
@@ -160,7 +160,7 @@ private slots:
             m_station->press(Qt::Key_F3); // is not sent when the line is back
             QTRY_VERIFY(m_log->count("................. monitoring has fail") > 3);
         }
-        changeBox();
+        m_station->changeBox();
         QVERIFY(line.restore());
         QTRY_COMPARE(shown(), boxState());
         QVERIFY(toolTip().startsWith("Connected"));
@@ -235,25 +235,15 @@ private:
         m_longestPauseMs = 0;
     }
 
-    /// Somebody works at the box itself.
-    void changeBox()
-    {
-        m_station->line.withBox([](SimulatedBox &box) {
-            box.setReceivePort(0, !box.receivePort(0));
-            box.rotor().setPosition(box.rotor().position() + 10);
-        });
-    }
-
     /// What the box would show on a window that knows all: its lamps, or its azimuth.
     QString boxState()
     {
-        QString lamps;
+        if (m_model == Model::StackSwitch)
+            return m_station->boxState();
         QString azimuth;
-        m_station->line.withBox([&](const SimulatedBox &box) {
-            lamps = box.receivePort(0) ? "RX 1000 TX 0000 POWER" : "RX 0000 TX 0000 POWER";
-            azimuth = QString::number(int(box.rotor().position()));
-        });
-        return m_model == Model::Rotator ? azimuth : lamps;
+        m_station->line.withBox(
+            [&](const SimulatedBox &box) { azimuth = QString::number(int(box.rotor().position())); });
+        return azimuth;
     }
 
     QString shown()

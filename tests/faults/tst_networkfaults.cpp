@@ -52,16 +52,16 @@ private slots:
     void aRestartedServerIsTakenUpAgain()
     {
         m_station->pollEvery(100);
-        QTRY_COMPARE(m_station->shown(), boxState());
+        QTRY_COMPARE(m_station->shown(), m_station->boxState());
         for (int restart = 0; restart < 2; ++restart) {
             m_station->line.clearReceived();
             m_station->server->stop();
             QTRY_VERIFY(m_station->shown().endsWith('-'));
             QVERIFY2(toolTip().contains("went away"), qPrintable(toolTip()));
             m_station->press(Qt::Key_F3); // is not sent when the server is back
-            changeBox();
+            m_station->changeBox();
             m_station->server->start();
-            QTRY_COMPARE_WITH_TIMEOUT(m_station->shown(), boxState(), longestRetryMs);
+            QTRY_COMPARE_WITH_TIMEOUT(m_station->shown(), m_station->boxState(), longestRetryMs);
             QCOMPARE(m_station->heard().remove("K0").simplified(), QString());
         }
     }
@@ -69,29 +69,29 @@ private slots:
     void anOrderOfAnOutageIsNotDeliveredLater()
     {
         m_station->pollEvery(100);
-        QTRY_COMPARE(m_station->shown(), boxState());
+        QTRY_COMPARE(m_station->shown(), m_station->boxState());
         m_station->line.clearReceived();
         m_station->server->setStopped(true);
         QTRY_VERIFY(m_station->shown().endsWith('-'));
         for (int key = Qt::Key_F1; key <= Qt::Key_F8; ++key)
             m_station->press(Qt::Key(key));
-        changeBox();
+        m_station->changeBox();
         QTRY_VERIFY2(toolTip().contains("has not answered for 3 s"), qPrintable(toolTip()));
         m_station->press(Qt::Key_F2);
         m_station->server->setStopped(false);
 
-        QTRY_COMPARE_WITH_TIMEOUT(m_station->shown(), boxState(), longestRetryMs);
+        QTRY_COMPARE_WITH_TIMEOUT(m_station->shown(), m_station->boxState(), longestRetryMs);
         QCOMPARE(m_station->heard().remove("K0").simplified(), QString());
         // The lamps are not behind.
         m_station->pollEvery(Station::noPollsMs);
         for (int change = 0; change < 2; ++change) {
-            changeBox();
+            m_station->changeBox();
             m_station->poll();
-            QCOMPARE(m_station->shown(), boxState());
+            QCOMPARE(m_station->shown(), m_station->boxState());
         }
         m_station->press(Qt::Key_F1);
         m_station->poll();
-        QCOMPARE(m_station->shown(), boxState());
+        QCOMPARE(m_station->shown(), m_station->boxState());
     }
 
     void waitingForAServerCostsNothing()
@@ -109,20 +109,6 @@ private slots:
 
 private:
     QString toolTip() const { return m_station->panel()->powerIndicator()->toolTip(); }
-
-    void changeBox()
-    {
-        m_station->line.withBox([](SimulatedBox &box) { box.setReceivePort(0, !box.receivePort(0)); });
-    }
-
-    QString boxState() const
-    {
-        QString lamps;
-        m_station->line.withBox([&](SimulatedBox &box) {
-            lamps = box.receivePort(0) ? "RX 1000 TX 0000 POWER" : "RX 0000 TX 0000 POWER";
-        });
-        return lamps;
-    }
 
     std::unique_ptr<LogLines> m_log; // keeps the log out of the test's output
     std::unique_ptr<Station> m_station;

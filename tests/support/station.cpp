@@ -105,3 +105,18 @@ QString Station::shown() const
         text += button->isChecked() ? '1' : '0';
     return text + (panel()->powerIndicator()->isChecked() ? " POWER" : " -");
 }
+
+void Station::changeBox()
+{
+    line.withBox([](SimulatedBox &box) {
+        box.setReceivePort(0, !box.receivePort(0));
+        box.rotor().setPosition(box.rotor().position() + 10);
+    });
+}
+
+QString Station::boxState()
+{
+    bool receives = false;
+    line.withBox([&](const SimulatedBox &box) { receives = box.receivePort(0); });
+    return receives ? "RX 1000 TX 0000 POWER" : "RX 0000 TX 0000 POWER";
+}

@@ -46,6 +46,10 @@ public:
     }
     /// What the box heard since the last call.
     QString heard();
+    /// Somebody works at the box itself: receive port 1 changes, and its rotor turns ten degrees.
+    void changeBox();
+    /// What shown() says when the window knows all.
+    QString boxState();
     /// The lamps: receive ports, transmit lines, POWER.
     QString shown() const;
 
