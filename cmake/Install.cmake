@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # What "cmake --install" puts where. Packaging.cmake makes packages of it.
 
 if(WIN32)

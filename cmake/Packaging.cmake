@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The Debian package: "cpack --preset deb". packaging/windows/build makes those for Windows.
 
 set(CPACK_PACKAGE_NAME vextral-remote-control)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # vextral_windows_resource(<target> <description>): icon and version of a program, as Windows shows them. Call it
 # after the OUTPUT_NAME is set.
 function(vextral_windows_resource target description)

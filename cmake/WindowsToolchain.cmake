@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Builds for Windows on Debian, with its MinGW. Qt is a static one, so that each program is one file.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)

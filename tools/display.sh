@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Sourced by what needs a virtual display of its own. Who opens one calls close_display on leaving.
 
 # within SECONDS COMMAND...: waits until the command succeeds.

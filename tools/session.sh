@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Sourced by ./run: the simulated box and the program together, with an operator or with a played session. Who sources
 # it calls end_all on leaving.
 . tools/display.sh

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Sourced by ./run, ./test and .ci/run: installs Debian packages that are missing, and builds.
 
 build_packages=(g++ cmake ninja-build qtbase5-dev libqt5serialport5-dev libqt5svg5-dev fonts-dejavu-core)

@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: MIT
 # Renders the program's icons from resources/sources/Vextral.svg. The results are committed, so only who changes the
 # drawing needs this.
 # Needs rsvg-convert (librsvg2-bin) and convert (imagemagick).

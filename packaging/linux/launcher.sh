@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: MIT
 # Starts the installed program of this script's name from a folder of the user's own.
 #
 # The program keeps its settings, the configuration of each relay box and its map beside its executable. Where a package

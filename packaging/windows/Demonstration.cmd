@@ -1,4 +1,5 @@
 @echo off
+rem SPDX-License-Identifier: MIT
 rem Opens the program on a simulated box, from a folder of its own, because the settings stand beside the program.
 rem With "rotator" it is the rotator's window. This console takes orders for the box.
 setlocal

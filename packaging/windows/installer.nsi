@@ -1,3 +1,4 @@
+; SPDX-License-Identifier: MIT
 ; The installer for one user. It asks for no administrator, because the programs save beside themselves and so need a
 ; folder that is the user's own. packaging/windows/build defines:
 ;   PROGRAMS  the folder with what is installed        VERSION  of the program

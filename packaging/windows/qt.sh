@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Sourced by packaging/windows/build: builds a static Qt for Windows once, into the user's cache.
 
 qt_version=5.15.8

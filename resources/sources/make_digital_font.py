@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Builds the seven-segment font of the digital displays.
 
     make_digital_font.py OUTPUT.ttf

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Makes maps/land.dat, the outlines of the earth's land, from Natural Earth's at 1:50 million.
 
     npm pack world-atlas@2.0.2 && tar xzf world-atlas-2.0.2.tgz

@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: MIT
 # Rebuilds the pictures and the font of the program from the sources in this directory. The results are committed, so
 # only who changes a source needs this. Needs rsvg-convert (librsvg2-bin) and fontTools (python3-fonttools).
 # The arrows are not built: the program reads images/arrow*.svg as they are.

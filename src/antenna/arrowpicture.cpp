@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "antenna/arrowpicture.h"
 
 #include <QLatin1String>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "antenna/vextralantenna.h"
 
 #include "antenna/vextralantennaui.h"

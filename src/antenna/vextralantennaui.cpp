@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "antenna/vextralantennaui.h"
 
 #include "antenna/colorwidget.h"

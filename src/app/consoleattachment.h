@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 /// Shows the standard output and standard error in the console that started the program, when one did. A

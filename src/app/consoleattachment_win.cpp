@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/consoleattachment.h"
 
 #include <windows.h>

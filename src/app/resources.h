@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 /// Registers the pictures and the font that are compiled into the program's library; a static library's

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "device/antennaturning.h"
 
 #include "antenna/vextralantenna.h"

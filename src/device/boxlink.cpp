@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "device/boxlink.h"
 
 #include "device/commandlog.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "device/devicekt240m.h"
 
 #include "antenna/vextralantenna.h"

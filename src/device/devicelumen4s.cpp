@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "device/devicelumen4s.h"
 
 #include "antenna/vextralantenna.h"

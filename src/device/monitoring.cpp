@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "device/monitoring.h"
 
 #include "antenna/vextralantenna.h"

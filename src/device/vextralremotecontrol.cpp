@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "device/vextralremotecontrol.h"
 
 #include "antenna/vextralantenna.h"

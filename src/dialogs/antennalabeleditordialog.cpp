@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "dialogs/antennalabeleditordialog.h"
 
 #include "ui_antennalabeleditordialog.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "dialogs/serialportselectiondialog.h"
 
 #include "ui_serialportselectiondialog.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "dialogs/settingsdialog.h"
 
 #include "dialogs/serialportselectiondialog.h"

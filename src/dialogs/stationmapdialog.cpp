@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "dialogs/stationmapdialog.h"
 
 #include "settings/wholefile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "line/linefactory.h"
 
 #include "line/networkaddress.h"

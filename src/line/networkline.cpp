@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "line/networkline.h"
 
 #include "line/networkaddress.h"

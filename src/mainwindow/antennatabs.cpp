@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "mainwindow/antennatabs.h"
 
 #include "antenna/vextralantenna.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "mainwindow/closerequests.h"
 
 #include <QApplication>

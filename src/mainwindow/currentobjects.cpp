@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "mainwindow/currentobjects.h"
 
 #include "device/vextralremotecontrol.h"

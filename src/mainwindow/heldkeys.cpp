@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "mainwindow/heldkeys.h"
 
 #include "antenna/vextralantenna.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "mainwindow/labelediting.h"
 
 #include "antenna/vextralantenna.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "mainwindow/mapimagechoice.h"
 
 #include "settings/wholefile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "mainwindow/memoryrow.h"
 
 #include "antenna/vextralantenna.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "mainwindow/settingsdialogloan.h"
 
 #include "device/vextralremotecontrol.h"

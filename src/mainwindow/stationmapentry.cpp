@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "mainwindow/stationmapentry.h"
 
 #include "dialogs/stationmapdialog.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "mainwindow/windowmodes.h"
 
 #include "device/vextralremotecontrol.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "mainwindow/windowtitle.h"
 
 #include "device/vextralremotecontrol.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "rotctld/repeatedtargets.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "rotctld/rotctlddevice.h"
 
 #include "compass/degrees.h"

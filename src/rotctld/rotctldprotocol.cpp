@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "rotctld/rotctldprotocol.h"
 
 #include <QList>

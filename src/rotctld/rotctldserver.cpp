@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "rotctld/rotctldserver.h"
 
 #include "line/networkaddress.h"

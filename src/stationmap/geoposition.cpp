@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "stationmap/geoposition.h"
 
 #include <QtMath>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 /// A place on the earth in degrees: -90 to 90 to the north, -180 to 180 to the east.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "stationmap/indexedimage.h"
 
 #include <QHash>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "stationmap/stationmap.h"
 
 #include "stationmap/projectedline.h"

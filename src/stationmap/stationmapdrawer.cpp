@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "stationmap/stationmapdrawer.h"
 
 #include "stationmap/stationmapfile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "stationmap/stationmapfile.h"
 
 #include "stationmap/indexedimage.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "stationmap/stationprojection.h"
 
 #include <QtMath>

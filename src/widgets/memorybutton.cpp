@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "widgets/memorybutton.h"
 
 #include "widgets/memorybuttonspinedit.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "widgets/panelelements.h"
 
 #include "widgets/antennabutton.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "widgets/panelgeometry.h"
 
 #include <QWidget>

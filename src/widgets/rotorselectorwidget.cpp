@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "widgets/rotorselectorwidget.h"
 
 #include "widgets/mouseposition.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "widgets/vextralremotecontrolwidget.h"
 
 #include "compass/degrees.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "antenna/colorwidget.h"
 #include "antenna/spinbox.h"
 #include "antenna/vextralantenna.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/resources.h"
 #include "device/devicelumen4s.h"
 #include "settings/settings.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "device/devicestatus.h"
 #include "device/protocol.h"
 #include "device/replyreader.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "device/rotatormotion.h"
 #include "support/motionwalk.h"
 

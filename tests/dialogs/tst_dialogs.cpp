@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "dialogs/serialportselectiondialog.h"
 #include "dialogs/settingsdialog.h"
 #include "settings/settings.h"

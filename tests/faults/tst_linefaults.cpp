@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/resources.h"
 #include "dialogs/settingsdialog.h"
 #include "support/loglines.h"

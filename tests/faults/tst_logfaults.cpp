@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/echo.h"
 #include "app/log.h"
 #include "support/faultydisk.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "fuzzing.h"
 
 #include "device/protocol.h"

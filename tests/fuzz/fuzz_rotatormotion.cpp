@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "../support/motionwalk.h"
 #include "fuzzing.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "fuzzing.h"
 
 #include "settings/settings.h"

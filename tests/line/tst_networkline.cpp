@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "line/networkaddress.h"
 #include "line/networkline.h"
 #include "simbox/tcpline.h"

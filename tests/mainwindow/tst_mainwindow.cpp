@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "antenna/vextralantennaui.h"
 #include "app/resources.h"
 #include "settings/settings.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "rotctld/rotctldclient.h"
 #include "rotctld/rotctldrotator.h"
 #include "rotctld/rotctldserver.h"

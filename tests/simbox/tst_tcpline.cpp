@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "simbox/tcpline.h"
 #include "simbox/traffictext.h"
 

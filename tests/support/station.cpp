@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/station.h"
 
 #include "device/devicekt240m.h"

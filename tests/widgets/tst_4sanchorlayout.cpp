@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "widgets/4sanchorlayout.h"
 
 #include <QtTest>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "widgets/antennabutton.h"
 #include "widgets/buttoncaption.h"
 #include "widgets/ledbutton.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "widgets/rotationdigitaldisplaywidget.h"
 
 #include "app/resources.h"

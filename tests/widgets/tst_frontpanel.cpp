@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/scriptedcontroller.h"
 #include "widgets/antennabutton.h"
 #include "widgets/ledbutton.h"

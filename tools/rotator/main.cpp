@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/program.h"
 #include "device/devicekt240m.h"
 #include "rotctld/rotctlddevice.h"

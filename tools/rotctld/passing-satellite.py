@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Writes gpredict's files for a satellite that passes west of Copenhagen just now, from south to north, and for a
 rotator on this machine: passing-satellite.py FOLDER PORT (FOLDER is .config/Gpredict)."""
 import datetime

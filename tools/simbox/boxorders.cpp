@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "simbox/boxorders.h"
 
 #include "simbox/boxline.h"

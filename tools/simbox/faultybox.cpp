@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "simbox/faultybox.h"
 
 #include <utility>

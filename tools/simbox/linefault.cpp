@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "simbox/linefault.h"
 
 #include "simbox/simulatedbox.h"

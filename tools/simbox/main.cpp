@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "simbox/boxoptions.h"
 #include "simbox/boxorders.h"
 #include "simbox/console.h"

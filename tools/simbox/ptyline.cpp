@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "simbox/ptyline.h"
 
 #include <QFile>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "simbox/simulatedrotor.h"
 
 #include <cmath>

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Draws the samples of a soak run: gnuplot -c chart.gp samples.csv picture.svg
 set terminal svg size 860,660 font "DejaVu Sans,12" background "white"
 set output ARG2

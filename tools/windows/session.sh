@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Sourced by tools/windows/check: an operator's session on a simulated box over the network, on Linux and on Wine.
 
 no_window() {

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Sourced: a Windows of its own, on Wine. What runs there needs a display (tools/display.sh).
 
 wine_packages=(wine64 fonts-wine unzip "${display_packages[@]}")

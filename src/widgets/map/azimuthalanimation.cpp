@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "widgets/map/azimuthalanimation.h"
 
 #include "compass/degrees.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 /// How an arrow on the azimuthal map moves from one polled azimuth to the next, tick by tick.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "widgets/map/azimuthalpainting.h"
 
 #include "widgets/map/haloedtext.h"

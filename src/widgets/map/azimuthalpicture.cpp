@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "widgets/map/azimuthalpicture.h"
 
 #include "widgets/map/azimuthalpainting.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "widgets/map/azimuthalscene.h"
 
 #include <tuple>

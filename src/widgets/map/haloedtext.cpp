@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "widgets/map/haloedtext.h"
 
 #include "widgets/map/azimuthalgeometry.h"
