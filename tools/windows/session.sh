@@ -9,7 +9,10 @@ no_window() {
 start_program() {
     "$@" >"$work/program.log" 2>&1 &
     program=$!
-    window=$(window_of) && [ -n "$window" ] || fail "No window: $*"
+    window=$(window_of) && [ -n "$window" ] || {
+        cat "$work/program.log" >&2
+        fail "No window: $*"
+    }
 }
 
 # Closes the window as its user does.

@@ -5,6 +5,9 @@ wine_packages=(wine64 fonts-wine unzip "${display_packages[@]}")
 # No questions about Wine's own browser and .NET, and nothing put into the menus of this desktop.
 export WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml,winemenubuilder.exe='
 
+# Wine opens files whose names have letters beyond ASCII only where the locale is UTF-8.
+export LC_ALL=C.UTF-8
+
 wine() {
     timeout 120 /usr/lib/wine/wine64 "$@"
 }
