@@ -1,12 +1,13 @@
 # SPDX-License-Identifier: MIT
 # Draws the samples of a soak run: gnuplot -c chart.gp samples.csv picture.svg
-set terminal svg size 860,660 font "DejaVu Sans,12" background "white"
+set terminal svg size 860,800 font "DejaVu Sans,12" background "white"
 set output ARG2
 set datafile separator ","
 set multiplot layout 4,1
 set lmargin 9
 set grid ytics
 set yrange [0:*]
+set offsets 0, 0, graph 0.1, 0
 unset key
 
 array titles[4] = ["memory (resident), MB", "open descriptors", "load, % of a core", "log, MB"]
