@@ -159,6 +159,9 @@ private slots:
     /// The value stands for a list of 905,969,664 elements.
     void aFileThatCannotBeDecodedIsKeptAndTheDefaultsHold()
     {
+#if QT_VERSION_MAJOR >= 6
+        QSKIP("Qt 6 decodes the value as nothing, without asking for memory");
+#endif
         const QByteArray damage = "miniSize=@Variant(\\0\\0\\0\\x31\\x36\\0\\0\\0)\n";
         const QString kept = SettingsFile::path() + ".unreadable";
         SettingsFile &file = SettingsFile::ofThisProgram();

@@ -39,7 +39,9 @@ private slots:
             row("new folder", "VextralRemoteControl.ini");
             row("no home", "VextralRemoteControl.ini");
             row("read-only folder", "");
-            row("damaged settings", "VextralRemoteControl.ini VextralRemoteControl.ini.unreadable");
+            row("damaged settings", QT_VERSION_MAJOR >= 6 // which decodes the damaged value as nothing
+                                        ? "VextralRemoteControl.ini"
+                                        : "VextralRemoteControl.ini VextralRemoteControl.ini.unreadable");
         }
     }
     void aProgramStartsAndEnds()
