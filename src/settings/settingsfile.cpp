@@ -8,11 +8,11 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QSettings>
 
 #include <algorithm>
 #include <filesystem>
-#include <new>
 
 namespace {
 
@@ -48,18 +48,48 @@ bool keepUnreadable(const QString &path)
     return isKept;
 }
 
-/// Lets `read` take the values out of a file. QSettings throws at a damaged value that stands for more memory
-/// than there is; that file is then kept aside, and `read` is called again without any values. False when the
-/// file could not be kept aside.
+/// Without quotation marks and continued lines, and with each escape sequence replaced by its character, as
+/// QSettings does it. An escaped control character or quotation mark becomes a backslash.
+QString unescaped(const QString &escaped)
+{
+    static const QRegularExpression markOrEscape(
+        QStringLiteral(R"("|\\(?:x([0-9A-Fa-f]+)|([0-7]+)|(["\\abfnrtv?'])|\r\n|\n\r|.))"),
+        QRegularExpression::DotMatchesEverythingOption);
+    QString plain;
+    int end = 0;
+    for (auto matches = markOrEscape.globalMatch(escaped); matches.hasNext();) {
+        const QRegularExpressionMatch match = matches.next();
+        plain += escaped.mid(end, match.capturedStart() - end);
+        if (match.capturedLength(1) > 0)
+            plain += QChar(match.captured(1).right(4).toUShort(nullptr, 16));
+        else if (match.capturedLength(2) > 0)
+            plain += QChar(match.captured(2).right(5).toUShort(nullptr, 8));
+        else if (match.capturedLength(3) > 0)
+            plain += QLatin1Char('\\');
+        end = match.capturedEnd();
+    }
+    return plain + escaped.mid(end);
+}
+
+/// Whether the file holds an object that Qt would have to decode. This program writes none, and a damaged one
+/// can end the program: Qt may ask for more memory than there is, or read past what it decoded.
+bool holdsSerializedObject(const QString &path)
+{
+    static const QRegularExpression object(QStringLiteral(R"([=,]\s*@(Variant|DateTime)\()"));
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray contents = file.readAll();
+    return unescaped(QString::fromLatin1(contents.constData(), contents.size())).contains(object);
+}
+
+/// Lets `read` take the values out of a file. A file that cannot be decoded has none and is kept aside. False
+/// when it could not be kept aside.
 bool readFile(const QString &path, const std::function<void(const QSettings &)> &read)
 {
-    try {
-        read(QSettings(path, QSettings::IniFormat));
-        return true;
-    } catch (const std::bad_alloc &) {
-    }
-    const bool isKept = keepUnreadable(path);
-    read(QSettings(QStringLiteral(":/no-settings"), QSettings::IniFormat));
+    const bool isReadable = !holdsSerializedObject(path);
+    const bool isKept = isReadable || keepUnreadable(path);
+    read(QSettings(isReadable ? path : QStringLiteral(":/no-settings"), QSettings::IniFormat));
     return isKept;
 }
 

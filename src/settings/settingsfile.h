@@ -29,8 +29,8 @@ public:
     /// Where the configuration of a relay box is kept while another box is connected.
     static QString keptPath(int relayBoxId);
 
-    /// Calls `read` with the values of the file; a missing file has none. A file that cannot be decoded is
-    /// renamed to `<its name>.unreadable` and logged. `read` is then called again, without any values.
+    /// Calls `read` with the values of the file; a missing file has none. A file that cannot be decoded
+    /// safely has none either: it is renamed to `<its name>.unreadable` and logged.
     void load(const std::function<void(const QSettings &)> &read);
     /// Replaces the file by one with the values that `write` sets; the values of other keys stay. False when
     /// the file could not be replaced and is as it was before.
