@@ -40,34 +40,30 @@ private slots:
         QCOMPARE(match.captured(4), QString("ação [%s] %1"));
     }
 
-    void recordGoesToTheFirstFileWithRoom_data()
-    {
-        using Sizes = QVector<qint64>;
-        QTest::addColumn<Sizes>("sizes");
-        QTest::addColumn<int>("target");
-        QTest::addColumn<bool>("appended");
-        QTest::newRow("no files") << Sizes{} << 0 << false;
-        QTest::newRow("first full, second short") << Sizes{full, 100} << 1 << true;
-        QTest::newRow("first just not full, second reused") << Sizes{full - 1, 100} << 1 << false;
-        QTest::newRow("first at the limit, second full") << Sizes{lastThatStays, full} << 1 << false;
-        Sizes sizes(40, full);
-        QTest::newRow("all full") << sizes << 40 << false;
-        sizes[39] = lastThatStays;
-        QTest::newRow("last at the limit, first reused") << sizes << 0 << false;
-    }
     void recordGoesToTheFirstFileWithRoom()
     {
-        QFETCH(QVector<qint64>, sizes);
-        QFETCH(int, target);
-        QFETCH(bool, appended);
-        for (int i = 0; i < sizes.size(); ++i)
-            makeFile(i, sizes[i]);
-        CLog("log", prefix()).write("here");
-        for (int i = 0; i < sizes.size(); ++i)
-            QVERIFY2(i == target || QFileInfo(file(i)).size() == sizes[i], qPrintable(file(i)));
-        const QByteArray record = contents(target);
-        QCOMPARE(record.endsWith(" - here\n"), target < 40);
-        QCOMPARE(QFileInfo(file(target)).size(), record.size() + (appended ? sizes[target] : 0));
+        const QVector<qint64> allFull(40, full);
+        QVector<qint64> lastAtTheLimit = allFull;
+        lastAtTheLimit[39] = lastThatStays;
+        struct Row
+        {
+            QVector<qint64> sizes; // of the files that are there
+            int target;
+            bool appended;
+        };
+        for (const auto &[sizes, target, appended] :
+             {Row{{}, 0, false}, Row{{full, 100}, 1, true}, Row{{full - 1, 100}, 1, false},
+              Row{{lastThatStays, full}, 1, false}, Row{allFull, 40, false}, Row{lastAtTheLimit, 0, false}}) {
+            init();
+            for (int i = 0; i < sizes.size(); ++i)
+                makeFile(i, sizes[i]);
+            CLog("log", prefix()).write("here");
+            for (int i = 0; i < sizes.size(); ++i)
+                QVERIFY2(i == target || QFileInfo(file(i)).size() == sizes[i], qPrintable(file(i)));
+            const QByteArray record = contents(target);
+            QCOMPARE(record.endsWith(" - here\n"), target < 40);
+            QCOMPARE(QFileInfo(file(target)).size(), record.size() + (appended ? sizes[target] : 0));
+        }
     }
 
     void recordsOfSeveralThreadsStayWholeLines()

@@ -62,12 +62,6 @@ private slots:
         QCOMPARE(settings.relayBoxName, QString("Shack"));
         QCOMPARE(settings.comPortName, QString("COM1"));
         QCOMPARE(settings.memories[0], QString("45"));
-
-        stored.interfaceMode = "Mini"; // no mode of ours: nothing is checked, and nothing is stored
-        stored.save();
-        QVERIFY(openDialog());
-        press(QDialogButtonBox::Ok);
-        QCOMPARE(CSettings().interfaceMode, QString());
     }
 
     void changedPortIsAnsweredByABoxThatWaitsForNobody()

@@ -5,6 +5,7 @@
 #include "support/scriptedwindow.h"
 #include "widgets/memorybutton.h"
 #include "widgets/rotationdigitaldisplaywidget.h"
+#include "widgets/rotorselectorwidget.h"
 
 #include <QtTest>
 #include <QtWidgets>
@@ -24,6 +25,7 @@ private slots:
     {
         CSettings settings;
         settings.names[1] = "North/East & co";
+        settings.rotorIds[1] = 0;
         settings.angles[1] = 359.7;
         settings.enabled[1] = true;
         settings.memories[2] = "123";
@@ -39,21 +41,17 @@ private slots:
         QVERIFY(antenna->isEnabled() && !antenna->isRotating());
         QCOMPARE(window.map()->displayOf(antenna)->value(), 0);
         QCOMPARE(antenna->editor()->findChild<QLineEdit *>("nameEdit")->text(), settings.names[1]);
+        QCOMPARE(antenna->editor()->findChild<CRotorSelectorWidget *>()->currentIndex(), 0);
         QCOMPARE(window.get<QPushButton>("memoButton3")->text(), QString("123"));
     }
 
     void eachKeyServesOneShortcut()
     {
-        struct Row
-        {
-            int radios, rotors;
-            QString last; // that F9 sends; the third radio needs it
-        };
-        for (const Row &row : {Row{0, 2, "K9"}, Row{0, 0, "K9"}, Row{3, 0, "radio2"}}) {
-            Window window([&row](Box &box) { box.radios = row.radios; }, row.rotors);
+        for (int radios : {0, 3}) { // F9 is the third radio's, or switches the rotor
+            Window window([radios](Box &box) { box.radios = radios; }, radios == 0 ? 2 : 0);
             for (const char *key : {"F1", "F4", "F5", "F9"})
                 window.press(key);
-            QCOMPARE(window.sent(), "RX0 RX3 TX0 " + row.last);
+            QCOMPARE(window.sent(), QString(radios == 0 ? "RX0 RX3 TX0 K9" : "RX0 RX3 TX0 radio2"));
             for (const QShortcut *shortcut : window.findChildren<QShortcut *>())
                 QVERIFY(!shortcut->autoRepeat());
         }
@@ -90,26 +88,8 @@ private slots:
         }
     }
 
-    void onlyASizeThatTheOperatorChoseIsKept()
-    {
-        for (auto state : {Qt::WindowMaximized, Qt::WindowMinimized, Qt::WindowFullScreen}) {
-            Window window;
-            const QSize size = window.size();
-            window.setWindowState(state);
-            QCoreApplication::processEvents();
-            QVERIFY(window.windowState() & state);
-            for (const char *button : {"propertiesButton", "hidePropertiesButton"}) {
-                window.click(button);
-                QCoreApplication::processEvents();
-            }
-            QCOMPARE(CSettings().extendedSize, size);
-            window.close();
-            QCOMPARE(CSettings().extendedSize, size);
-        }
-    }
-
     /// The state and the size as a window manager reports them.
-    void theOrderOfSizeAndStateDoesNotMatter()
+    void onlyASizeThatTheOperatorChoseIsKept()
     {
         for (const bool isStateFirst : {true, false}) {
             Window window;
@@ -124,23 +104,10 @@ private slots:
                 if (!isStateFirst)
                     window.overrideWindowState(state);
                 QCOMPARE(window.size(), size);
+                for (const char *button : {"propertiesButton", "hidePropertiesButton"})
+                    window.click(button);
                 QCOMPARE(CSettings().extendedSize, chosen);
             }
-        }
-    }
-
-    void nothingOldShinesThroughAtAFractionalScale()
-    {
-        Window window;
-        for (double scale : {1.25, 1.5, 1.75}) {
-            const auto paintedOver = [&window, scale](Qt::GlobalColor old) {
-                QPixmap picture(window.size() * scale);
-                picture.setDevicePixelRatio(scale);
-                picture.fill(old);
-                window.render(&picture);
-                return picture.toImage();
-            };
-            QCOMPARE(paintedOver(Qt::white), paintedOver(Qt::black));
         }
     }
 
@@ -189,13 +156,7 @@ private slots:
         window.click("memoButton1");
         QCOMPARE(window.sent(), QString("K0 K0 M200"));
         QCOMPARE(window.litMemories(), QString("memoButton10"));
-        window.box()->rotateTo(77.0);
-        QCOMPARE(window.litMemories(), QString());
-        auto *memory = window.get<CMemoryButton>("memoButton10");
-        emit memory->onMemoryValueChanged(200);
-        window.box()->rotateTo(200.0);
-        QCOMPARE(window.litMemories(), QString("memoButton10"));
-        emit memory->onMemoryValueChanged(30);
+        emit window.get<CMemoryButton>("memoButton10")->onMemoryValueChanged(30);
         window.box()->rotateTo(200.0);
         QCOMPARE(window.litMemories(), QString()); // it holds something else now
         window.click("memoButton10");
@@ -203,9 +164,6 @@ private slots:
         window.box()->rotateTo(200.0);
         QCOMPARE(window.litMemories(), QString()); // nothing left the line
         window.box()->lineOpen = true;
-        window.antenna(0)->setAngle(45.0);
-        window.click("memoButton1");
-        QCOMPARE(window.litMemories(), QString()); // it is there already
         window.sent();
 
         // The box refuses to switch rotors.
@@ -275,6 +233,48 @@ private slots:
         QTest::keyPress(&window, Qt::Key_Right);
         window.close();
         QCOMPARE(window.sent(), QString("M179 S"));
+    }
+
+    /// But in a field, whose own keys they are.
+    void theKeysTurnWhereverTheFocusIs()
+    {
+        for (const char *focused : {"enabledCheckBox", "qt_tabwidget_tabbar", "zoomInButton",
+                                    "hidePropertiesButton", "turnToSpinBox", "nameEdit"}) {
+            Window window;
+            window.click("propertiesButton");
+            auto *widget = window.get<QWidget>(focused);
+            widget->setFocus();
+            QTest::keyPress(widget, Qt::Key_Left);
+            QTest::keyRelease(widget, Qt::Key_Left);
+            const bool isField = qobject_cast<QSpinBox *>(widget) || qobject_cast<QLineEdit *>(widget);
+            const auto all = [&window] { return window.box()->sent.join(' '); };
+            QVERIFY2(QTest::qWaitFor([&] { return all() == "M180 S"; }, 500) != isField, focused);
+            QVERIFY2(!isField || all().isEmpty(), focused);
+        }
+    }
+
+    void onlyItsOwnReleaseEndsARotation()
+    {
+        Window window;
+        // The press was a shortcut's.
+        QTest::keyRelease(&window, Qt::Key_F10, Qt::ShiftModifier);
+        QVERIFY(!QTest::qWaitFor([&window] { return !window.sent().isEmpty(); }, 400));
+        QTest::keyPress(&window, Qt::Key_Left);
+        QCOMPARE(window.sent(), QString("M180"));
+        QTest::keyRelease(&window, Qt::Key_F10, Qt::ShiftModifier);
+        QVERIFY(!QTest::qWaitFor([&window] { return !window.sent().isEmpty(); }, 400));
+        QTest::keyRelease(&window, Qt::Key_Left);
+        QTRY_COMPARE(window.box()->sent, QStringList{"S"});
+    }
+
+    void inADialogTheKeysAreTheWidgetsOwn()
+    {
+        Window window;
+        auto *tabs = window.get<QTabWidget>("tabWidget");
+        window.press("Ctrl+F5");
+        QTest::keyClick(tabs->tabBar(), Qt::Key_Right);
+        QCOMPARE(tabs->currentIndex(), 1);
+        QVERIFY(!window.sent().contains('M'));
     }
 
     void tabsFollowTheMapAndSwitchRotors()

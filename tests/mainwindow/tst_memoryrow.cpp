@@ -13,15 +13,18 @@ using Window = ScriptedWindow;
 
 namespace {
 
-/// Holds memory 4 until its editor is open, and types 12 over what it shows.
+/// Holds memory 4 until its editor is open, and types 12 over the 90 that it shows.
 QWidget *editMemory(Window &window)
 {
     auto *memory = window.get<CMemoryButton>("memoButton4");
     QTest::mousePress(memory, Qt::LeftButton);
-    if (!QTest::qWaitFor([memory] { return memory->isLongPressed(); }))
+    const auto isOpen = [memory] { return memory->isLongPressed(); };
+    if (QTest::qWaitFor(isOpen, 1000) || !QTest::qWaitFor(isOpen)) // a slow click is no hold
         return nullptr;
     QTest::mouseRelease(memory, Qt::LeftButton);
     auto *editor = memory->findChild<CMemoryButtonSpinEdit *>();
+    if (editor->value() != 90)
+        return nullptr;
     QTest::keyClicks(editor, "12");
     return editor;
 }

@@ -1,17 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "antenna/vextralantennaui.h"
 #include "app/resources.h"
-#include "mainwindow/closerequests.h"
 #include "settings/settings.h"
 #include "support/scriptedwindow.h"
 #include "widgets/antennabutton.h"
 #include "widgets/rotationdigitaldisplaywidget.h"
 #include "widgets/vextralremotecontrolwidget.h"
+#include "widgets/widgetevents.h"
 
 #include <QtTest>
 #include <QtWidgets>
-
-#include <memory>
 
 using Box = ScriptedBox;
 using Window = ScriptedWindow;
@@ -93,10 +91,7 @@ private slots:
         colours->setCurrentColor(Qt::green);
         window.press("Ctrl+F6");
         auto *display = window.map()->displayOf(window.antenna(0));
-        const QPointF middle = display->rect().center();
-        QWheelEvent wheel(middle, display->mapToGlobal(middle.toPoint()), {}, {0, 120}, Qt::NoButton, {},
-                          Qt::NoScrollPhase, false);
-        QApplication::sendEvent(display, &wheel);
+        turnWheel(display);
         QVERIFY(display->isEditing());
         window.sent();
         emit window.box()->onRelayBoxIdChanged(1, 2);
@@ -123,23 +118,6 @@ private slots:
         }
     }
 
-    void eachWindowKeepsItsOwnTabs()
-    {
-        for (const bool firstGoes : {true, false}) {
-            auto first = std::make_unique<Window>(); // whose dialog the second borrows
-            auto second = std::make_unique<Window>();
-            QVERIFY(QMetaObject::invokeMethod(second.get(), "onShowSettingsDialog"));
-            std::unique_ptr<Window> &going = firstGoes ? first : second;
-            Window &staying = firstGoes ? *second : *first;
-            going.reset();
-            QPointer<QTabWidget> tabs = staying.get<QTabWidget>("tabWidget");
-            QVERIFY(tabs && tabs->count() == 4);
-            QVERIFY(QMetaObject::invokeMethod(&staying, "onShowSettingsDialog"));
-            QVERIFY(staying.get<QDialog>("CSettingsDIalog")->isAncestorOf(tabs));
-            QCOMPARE(tabs->count(), 4);
-        }
-    }
-
     void theMenuNamesTheKeysAndCloses()
     {
         Window window;
@@ -150,23 +128,6 @@ private slots:
         QVERIFY(!window.close()); // the dialog is in the way, and comes to the front
         QVERIFY(window.isVisible());
         QTRY_VERIFY(dialog->isActiveWindow());
-
-        // The window system's request, of which Qt tells nothing while the dialog blocks the window.
-        QDialog other;
-        other.show();
-        const auto isInFrontAfter = [&](const CloseRequests::ClientMessage &message) {
-            other.activateWindow();
-            CloseRequests::Result result = 0;
-            auto copy = message;
-            return QTest::qWaitFor([&other] { return QApplication::activeWindow() == &other; })
-                && !QAbstractEventDispatcher::instance()->filterNativeEvent("xcb_generic_event_t", &copy,
-                                                                            &result)
-                && QTest::qWaitFor([dialog] { return QApplication::activeWindow() == dialog; }, 500);
-        };
-        const auto id = quint32(window.winId());
-        QVERIFY(isInFrontAfter({33, 32, 0, id, 1, 2, 3, {0, 0, 0}}));
-        QVERIFY(!isInFrontAfter({33, 32, 0, id, 1, 2, 3, {id, 0, 0}})); // asks whether the program is alive
-        other.close();
         dialog->reject();
         window.activateWindow();
         QTRY_COMPARE(QApplication::activeWindow(), &window);
@@ -238,29 +199,6 @@ private slots:
         QCOMPARE(CSettings().radioNames[0], QString("Two\nlines 4"));
         QTest::keyClick(name, Qt::Key_Return); // the field shows the new name
         QVERIFY(CSettings().names[1].contains("lines 1"));
-    }
-
-    void labelsBeyondThoseInTheSettingsAreShownOnly()
-    {
-        Window window([](Box &box) {
-            box.labelEditor = true;
-            box.antennaTotal = 12;
-            const CSettings settings;
-            box.createAntennas(&settings);
-        });
-        window.press("Ctrl+F6");
-        auto *dialog = window.get<QDialog>("CAntennaLabelEditorDialog");
-        const auto copies = dialog->findChildren<CAntennaButton *>();
-        QCOMPARE(copies.size(), 12);
-        const QString eleventh = window.antenna(10)->name();
-        for (int copy : {9, 10}) {
-            copies[copy]->click();
-            dialog->findChild<QPlainTextEdit *>()->setPlainText(QString("Far %1").arg(copy));
-        }
-        dialog->accept();
-        QCOMPARE(window.antenna(9)->name(), QString("Far 9"));
-        QCOMPARE(window.antenna(10)->name(), eleventh);
-        QCOMPARE(CSettings().memories[0], QString("M1"));
     }
 };
 

@@ -90,23 +90,6 @@ private slots:
         }
     }
 
-    void valuesThatDoNotConvertBecomeZeroOfTheirKind()
-    {
-        write(SettingsFile::path(),
-              "[General]\nrelayBoxId=seven\nColor_1=-5\nEnabled1=no\nEnabled2=0\nAngles1=north\n"
-              "RotorID_1=first\nNames1=A, B\nextendedSize=441x473\n[Other]\nkey=kept\n");
-        const CSettings settings;
-        QCOMPARE(settings.relayBoxId, 0);
-        QCOMPARE(settings.colors[0].rgba(), 0U);
-        QVERIFY(settings.enabled[0] && !settings.enabled[1]);
-        QCOMPARE(settings.angles[0], 0.0);
-        QCOMPARE(settings.rotorIds[0], 0);
-        QCOMPARE(settings.names[0], QString());
-        QVERIFY(!settings.extendedSize.isValid());
-        settings.save();
-        QVERIFY(read(SettingsFile::path()).contains("key=kept"));
-    }
-
     void brokenFileGivesDefinedSettings()
     {
         for (const QByteArray &contents :
@@ -199,14 +182,6 @@ private slots:
             saveConfiguration(1, text);
             QCOMPARE(CSettings().names[0], text);
         }
-    }
-
-    void aConfigurationThatCannotBeKeptAsideStays()
-    {
-        saveConfiguration(1, "Beam");
-        write(SettingsFile::keptPath(1), QByteArray()); // a folder, over which nobody copies a file
-        QCOMPARE(SettingsFile::ofThisProgram().exchange(1, 2).relayBoxId, 2);
-        QCOMPARE(CSettings().relayBoxId, 1);
     }
 };
 

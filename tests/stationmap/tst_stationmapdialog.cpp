@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/resources.h"
 #include "dialogs/stationmapdialog.h"
-#include "stationmap/positiontext.h"
 #include "stationmap/stationmapfile.h"
 #include "support/scriptedwindow.h"
 #include "widgets/map/azimuthalmapimage.h"
@@ -10,7 +9,6 @@
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPainter>
 #include <QPushButton>
 #include <QtTest>
 
@@ -61,18 +59,6 @@ private slots:
             const auto explains = [](const QLabel *label) { return label->text().contains("such as"); };
             QCOMPARE(std::any_of(labels.begin(), labels.end(), explains), row.shown.contains('!'));
         }
-    }
-
-    void thePreviewFollowsTheTyping()
-    {
-        CStationMapDialog dialog("/nowhere/map.png");
-        // Faster than maps are drawn: the last one counts.
-        for (const char *locator : {"AA00", "JO22", "GG66rp"})
-            type(dialog, "locator", locator);
-        type(dialog, "caption", "PY2ABC");
-        const StationMap map{*PositionText::positionOfLocator("GG66rp"), "PY2ABC"};
-        const QImage expected = grey(map.drawn(readLandOutlines(), 300));
-        QTRY_COMPARE_WITH_TIMEOUT(previewOf(dialog), expected, patienceMs);
     }
 
     void okPutsTheMapInPlaceAndTheWindowShowsIt()
@@ -141,22 +127,6 @@ private:
     static QPushButton *okButton(const QDialog &dialog)
     {
         return dialog.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok);
-    }
-
-    static QImage previewOf(const QDialog &dialog)
-    {
-        const QPixmap pixmap = dialog.findChild<QLabel *>("previewLabel")->pixmap(Qt::ReturnByValue);
-        return pixmap.isNull() ? QImage() : grey(pixmap.toImage());
-    }
-
-    /// On one ground, whatever lies behind the map.
-    static QImage grey(const QImage &map)
-    {
-        QImage image(map.size(), QImage::Format_RGB32);
-        image.fill(Qt::gray);
-        QPainter painter(&image);
-        painter.drawImage(0, 0, map);
-        return image;
     }
 };
 

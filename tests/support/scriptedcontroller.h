@@ -30,7 +30,6 @@ public:
         return status;
     }
 
-    int antennaCount() override { return antennaTotal; }
     int rotorCount() override { return m_rotors; }
     int radioCount() override { return radios; }
     bool capabilityI() override { return labelEditor; }
@@ -69,7 +68,6 @@ public:
     std::function<void()> duringStatus;
     QStringList sent;
     QStringList openedPorts;
-    int antennaTotal = 4;
     int radios = 0;
     bool labelEditor = false;
     bool mapSupport = true;

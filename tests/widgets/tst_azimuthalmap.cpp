@@ -4,6 +4,7 @@
 #include "settings/settings.h"
 #include "settings/settingsfile.h"
 #include "support/scriptedcontroller.h"
+#include "widgets/map/azimuthalgeometry.h"
 #include "widgets/map/vextralazimuthalwidget.h"
 #include "widgets/rotationdialwidget.h"
 #include "widgets/rotationdigitaldisplaywidget.h"
@@ -13,12 +14,9 @@
 #include <QPainter>
 #include <QtTest>
 
+#include <cmath>
 #include <functional>
-#include <memory>
-#include <set>
 #include <vector>
-
-using Angles = QList<double>;
 
 namespace {
 
@@ -27,22 +25,13 @@ QString mapPath()
     return QCoreApplication::applicationDirPath() + "/AzimuthalMap.png";
 }
 
-struct Rotator : ScriptedController
-{
-    bool isOpen() override { return isReady; }
-    bool mapAnimationFlag() override { return isGuarded; }
-
-    bool isReady = true;
-    bool isGuarded = true;
-};
-
 /// A map whose compass has the radius 200 about (336, 240). Antennas 0 and 1 are on rotors, of which the
 /// second is selected and stands at 123.5; 2 and 3 are fixed.
 struct Station
 {
     Station()
     {
-        box.statuses = {Rotator::status(1)};
+        box.statuses = {ScriptedController::status(1)};
         box.angles = {123.5};
         box.setRemoteControlWidget(&panel);
         box.setAzimuthalWiget(&map);
@@ -60,7 +49,6 @@ struct Station
 
     CVextralAntenna *antenna(int index) const { return map.antennaAt(index); }
     CRotationDigitalDisplayWidget *display(int index) const { return map.displayOf(antenna(index)); }
-    void tick() { QMetaObject::invokeMethod(&map, "animate"); }
 
     /// The second paint after a change of the size is the one that stays.
     QImage picture()
@@ -71,7 +59,7 @@ struct Station
 
     CVextralRemoteControlWidget panel;
     CVextralAzimuthalWidget map;
-    Rotator box;
+    ScriptedController box;
 };
 
 } // namespace
@@ -89,57 +77,24 @@ private slots:
         QFile::remove(SettingsFile::path());
     }
 
-    void aPressTakesTheAntennasRotorOver()
+    void aDisplayTurnsItsOwnAntenna()
     {
         Station s;
         const auto press = [&s](int index) {
-            s.box.sent.clear();
             s.panel.dial()->setPressed(false);
             emit s.display(index)->onRotationStarted();
             return s.panel.dial()->isPressed();
         };
         s.box.statuses = {CDeviceStatus()};
         QVERIFY(!press(1)); // refused
-        QCOMPARE(s.map.currentAntenna(), s.antenna(1));
-        QCOMPARE(s.antenna(1)->target(), 51.0);
-
-        s.box.statuses = {Rotator::status(1)};
+        s.box.statuses = {ScriptedController::status(1)};
         QVERIFY(press(1));
-        QCOMPARE(s.box.sent, QStringList{"K0"});
-        QCOMPARE(s.antenna(1)->angle(), 123.5);
-        QCOMPARE(s.antenna(1)->target(), 123.5);
-
         QVERIFY(press(2)); // fixed
-        QCOMPARE(s.box.sent, QStringList());
-        QCOMPARE(s.antenna(2)->target(), 52.0);
-    }
+        QCOMPARE(s.box.sent, (QStringList{"K0", "K0"}));
+        QCOMPARE(s.antenna(1)->angle(), 123.5);
 
-    void aMapOutlivesItsAntennas()
-    {
-        CVextralAzimuthalWidget map;
-        auto box = std::make_unique<Rotator>();
-        box->setAzimuthalWiget(&map);
-        map.setDevice(box.get());
-        CRotationDigitalDisplayWidget *display = map.displayOf(map.antennaAt(1));
-        box.reset();
-        QVERIFY(!display->property("antenna").isValid());
-        QVERIFY(map.antennas().empty() && !map.antennaAt(1));
-        for (int mode : {1, 0}) {
-            map.setInterfaceMode(mode);
-            map.grab();
-        }
-        map.refreshDisplays(true, true);
-        map.syncDisplays();
-        QVERIFY(!map.setCurrentAntennaByRotorId(1));
-        emit display->onRotationStarted();
-        emit display->onRotationChanging(5);
-        emit display->onRotationChanged(5);
-        QVERIFY(!map.currentAntenna());
-    }
-
-    void aLateWheelReportTurnsTheAntennaOfItsDisplay()
-    {
-        Station s;
+        // The wheel reports a second late.
+        s.box.sent.clear();
         s.map.setCurrentAntenna(s.antenna(0));
         emit s.display(1)->onRotationChanged(77);
         emit s.display(2)->onRotationChanged(88);
@@ -181,32 +136,39 @@ private slots:
         {
             double from, to; // in three ticks
             double target;
-            bool guarded;
-            Angles drawn; // up to the tick that ends it, or the first five
+            QList<double> drawn; // up to the tick that ends it, or the first five
         };
-        for (const Row &row :
-             {Row{10, 16, 15.5, true, {12, 14, 16, 18}}, Row{16, 10, 13, true, {14, 12, 10}},
-              Row{10, 16, 13, false, {12, 14, 16, 18, 20}}, Row{10, 16, 16.9, false, {12, 14, 16}},
-              Row{356, 2, 2, true, {358, 0, 2}}, Row{3, 357, 355, true, {1, 359, 357, 355}},
-              Row{270, 90, 90, true, {330, 30, 90}}, Row{90, 270, 270, true, {30, 330, 270}},
-              // Short, but not between the quarters beside north.
-              Row{358, 100, 100, true, {324, 290, 256, 222, 188}}, Row{10, 16, -1, true, {12}},
-              Row{40.2, 40.2, -1, true, {40.2}}, Row{40.2, 40.2, 40.9, true, {40.2}}}) {
+        for (const Row &row : {Row{10, 16, 15.5, {12, 14, 16, 18}}, Row{16, 10, 13, {14, 12, 10}},
+                               Row{356, 2, 2, {358, 0, 2}}, Row{3, 357, 355, {1, 359, 357, 355}},
+                               // Short, but not between the quarters beside north.
+                               Row{358, 100, 100, {324, 290, 256, 222, 188}}, Row{10, 16, -1, {12}}}) {
             Station s;
-            s.box.isGuarded = row.guarded;
             s.antenna(0)->setTarget(row.target);
             s.antenna(0)->setRotating(row.target >= 0.0);
             s.map.setAnimationTicks(3.0);
             s.map.startAnimation(s.antenna(0), row.from, row.to);
-            s.box.isReady = false;
-            s.tick(); // waits for the line
-            s.box.isReady = true;
-            Angles drawn;
+            QList<double> drawn;
             while (s.map.isAnimating() && drawn.size() < 5) {
-                s.tick();
+                QMetaObject::invokeMethod(&s.map, "animate");
                 drawn << s.antenna(0)->rotation();
             }
             QCOMPARE(drawn, row.drawn);
+        }
+    }
+
+    void labelsAndMarkersAreAtTheirAzimuths()
+    {
+        const AzimuthalGeometry::Compass compass{{336.0, 240.0}, 200.0};
+        const auto isAt = [&compass](const QPointF &point, double azimuth) {
+            const double painterAngle = QLineF(compass.centre, point).angle();
+            return std::abs(std::remainder(90.0 - painterAngle - azimuth, 360.0)) < 1.0;
+        };
+        const auto labels = AzimuthalGeometry::compassLabels(compass, 1.0);
+        QCOMPARE(labels.size(), std::size_t(12));
+        for (const AzimuthalGeometry::CompassLabel &label : labels) {
+            const double azimuth = label.text.toDouble();
+            QVERIFY2(isAt(label.anchor, azimuth), qPrintable(label.text));
+            QVERIFY2(isAt(fixedMarkerCentre(compass, 1.0, azimuth, 2), azimuth), qPrintable(label.text));
         }
     }
 
@@ -224,17 +186,6 @@ private slots:
         }
     }
 
-    void aTargetsLineLooksDashedWithItsHalo()
-    {
-        Station s;
-        s.antenna(1)->setTarget(90.0);
-        const QImage picture = s.picture();
-        std::set<QRgb> beside; // above the line, where the halo alone is
-        for (int x = 400; x < 430; ++x)
-            beside.insert(picture.pixel(x, 238));
-        QVERIFY(beside.size() > 1);
-    }
-
     /// The picture is kept between paints, so each thing that it shows must replace it.
     void everyChangeShows()
     {
@@ -247,8 +198,13 @@ private slots:
             [&] { s.antenna(1)->setTarget(100.0); },
             [&] { s.antenna(0)->setRotating(true); }, // at another azimuth
             [&] { s.antenna(2)->setColor(Qt::red); },
+            [&] { s.antenna(2)->setColor(Qt::green); },
             [&] { s.antenna(3)->setEnabled(false); },
-            [&] { s.antenna(1)->setStatus(Rotator::status(1)); },
+            [&] { s.antenna(1)->setStatus(ScriptedController::status(1)); },
+            [&] { s.display(1)->setValue(88, true); },
+            [&] { s.display(1)->setEditing(true); },
+            [&] { s.display(1)->setHighlighted(true); },
+            [&] { s.display(1)->setEnabled(false); },
             [&] { s.antenna(1)->setRotorId(-1); },
             [&] { s.map.setCurrentAntenna(s.antenna(2)); },
             [&] { s.antenna(2)->setRotating(true); }, // turns its arrow, not its marker

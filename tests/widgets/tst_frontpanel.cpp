@@ -13,18 +13,13 @@ using Panel = CVextralRemoteControlWidget;
 
 namespace {
 
-/// A box without a line, with little or with everything that an operator may press or see lit.
+/// A box without a line, with radios and lamps.
 struct Model : ScriptedController
 {
-    int antennaCount() override { return hasEverything ? 6 : 4; }
-    int txButtonCount() override { return antennaCount(); }
-    int radioCount() override { return hasEverything ? 3 : 0; }
-    bool hasSendAndPower() override { return hasEverything; }
-    bool hasSplit() override { return hasEverything; }
-    bool hasTitleLabel() override { return hasEverything; }
+    Model() { radios = 3; }
+    bool hasSendAndPower() override { return true; }
     bool hasOwnPanel() override { return ownPanel; }
 
-    bool hasEverything = true;
     bool ownPanel = false;
 };
 
@@ -35,28 +30,6 @@ class TestFrontPanel : public QObject
     Q_OBJECT
 
 private slots:
-    void aModelGetsItsElementsInTheirPlaces()
-    {
-        for (bool everything : {false, true}) {
-            Model model;
-            model.hasEverything = everything;
-            Panel panel;
-            panel.resize(1254, 300);
-            panel.show();
-            model.setRemoteControlWidget(&panel);
-            const QList<QPushButton *> buttons = panel.findChildren<QPushButton *>();
-            QCOMPARE(buttons.size(), everything ? 6 + 6 + 3 + 3 : 4 + 4);
-            for (const QPushButton *button : buttons)
-                QVERIFY2(button->isVisible() && !button->accessibleName().isEmpty(),
-                         qUtf8Printable(button->text()));
-            const PanelGeometry places = PanelGeometry::inRows(panel.size(), panel.traits());
-            QCOMPARE(panel.antennaButtons().at(3)->geometry(), places.antennas.at(3));
-            QCOMPARE(panel.txButtons().at(3)->geometry(), places.transmitLines.at(3));
-            if (everything)
-                QCOMPARE(panel.radioButtons().at(2)->geometry(), places.radios.at(2));
-        }
-    }
-
     void onlyTheBoxSwitchesAnAntennaOff()
     {
         for (bool exclusive : {true, false}) {
@@ -72,6 +45,21 @@ private slots:
             buttons[2]->click();
             QCOMPARE(changes, (QList<QVariantList>{{2, true}, {2, true}}));
             QCOMPARE(buttons[0]->isChecked(), !exclusive);
+        }
+    }
+
+    void eachButtonHasANameAndAPlaceOfItsOwn()
+    {
+        Model model;
+        Panel panel;
+        panel.resize(418, 100);
+        model.setRemoteControlWidget(&panel);
+        QRegion taken;
+        for (const QPushButton *button : panel.findChildren<QPushButton *>()) {
+            QVERIFY2(!button->accessibleName().isEmpty(), qUtf8Printable(button->text()));
+            QVERIFY(panel.rect().contains(button->geometry()) && button->height() >= 15);
+            QVERIFY2(!taken.intersects(button->geometry()), qUtf8Printable(button->accessibleName()));
+            taken += button->geometry();
         }
     }
 
