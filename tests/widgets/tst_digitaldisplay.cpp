@@ -71,21 +71,6 @@ private slots:
         QCOMPARE(display.log, (QStringList{"started", "changing 2", "changed 2", "started"}));
     }
 
-    void aReleaseReportsAChangeAndEndsTheWheelRun()
-    {
-        Digits display;
-        display.press(Qt::LeftButton);
-        display.setValue(200, false);
-        display.release(Qt::LeftButton);
-        QVERIFY(!display.isEditing());
-        QCOMPARE(display.log, QStringList{"started"});
-        display.press(Qt::LeftButton);
-        display.wheel(120);
-        display.release(Qt::LeftButton);
-        display.wheel(120);
-        QCOMPARE(display.log, (QStringList{"started", "started", "started", "changed 1", "started"}));
-    }
-
     void editingEndsWithWhatBeganIt()
     {
         struct Row
@@ -94,13 +79,16 @@ private slots:
             bool editing;
             QString log; // until what runs has run out
         };
-        for (const Row &row : {Row{"press; hide", false, "started"}, Row{"press; disable", false, "started"},
-                               Row{"wheel; hide", false, "started"}, Row{"wheel; disable", false, "started"},
-                               Row{"wheel; press; release; poll 7", true, "started, started, changed 1"},
-                               Row{"press; claim; release; poll 7", false, "started"},
-                               Row{"press; claim; second button; release; poll 7", false, "started"},
-                               Row{"claim; poll 7", true, ""},
-                               Row{"press; claim; wheel; give up", false, "started, started"}}) {
+        for (const Row &row :
+             {Row{"press; hide", false, "started"}, Row{"press; disable", false, "started"},
+              Row{"wheel; hide", false, "started"}, Row{"wheel; disable", false, "started"},
+              Row{"wheel; press; release; poll 7", true, "started, started, changed 1"},
+              Row{"press; poll 7; release", false, "started"},
+              Row{"press; wheel; release; wheel", true, "started, started, changed 1, started, changed 2"},
+              Row{"press; claim; release; poll 7", false, "started"},
+              Row{"press; claim; second button; release; poll 7", false, "started"},
+              Row{"claim; poll 7", true, ""},
+              Row{"press; claim; wheel; give up", false, "started, started"}}) {
             Digits display;
             display.show();
             const std::map<QString, std::function<void()>> verbs = {
