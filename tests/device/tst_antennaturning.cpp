@@ -69,8 +69,6 @@ using Order = std::function<void(Station &)>;
 
 } // namespace
 
-Q_DECLARE_METATYPE(Order)
-
 class TestAntennaTurning : public QObject
 {
     Q_OBJECT
@@ -80,49 +78,66 @@ private slots:
     void init() { QFile::remove(SettingsFile::path()); }
     void cleanup() { QFile::remove(SettingsFile::path()); }
 
-    void theNewestOrderWins_data()
-    {
-        QTest::addColumn<Order>("first");
-        QTest::addColumn<Order>("meanwhile");
-        QTest::addColumn<QString>("heard");
-        const auto turn = [](int degrees, int antenna = 0) {
-            return Order([=](Station &s) { s.controller.turnTo(s.antenna(antenna), degrees); });
-        };
-        const auto press = [](int antenna) {
-            return Order([=](Station &s) { emit s.display(antenna)->onRotationStarted(); });
-        };
-        const Order stop = [](Station &s) { s.controller.stop(); };
-        const Order rotorButton = [](Station &s) { emit s.panel.onToggleRotorButtonChange(1); };
-        const auto type = [](int degrees) { return Order([=](Station &s) { typeTurnTo(s, degrees); }); };
-        const Order nothing = [](Station &) {};
-        QTest::newRow("alone") << turn(200) << nothing << "K0 M200";
-        QTest::newRow("STOP") << turn(200) << stop << "K0 S";
-        QTest::newRow("CCW") << turn(200) << Order([](Station &s) { s.controller.rotateCCW(); }) << "K0 L";
-        QTest::newRow("CW") << turn(200) << Order([](Station &s) { s.controller.rotateCW(); }) << "K0 R";
-        QTest::newRow("another target") << turn(200) << turn(90) << "K0 K0 M090";
-        QTest::newRow("typed, alone") << type(200) << nothing << "K0 K0 M200";
-        QTest::newRow("typed, typed again") << type(200) << type(90) << "K0 K0 K0 M090";
-        QTest::newRow("typed, STOP") << type(200) << stop << "K0 S";
-
-        QTest::newRow("other rotor, STOP") << turn(200, 1) << stop << "K0 S";
-        QTest::newRow("other rotor, another target") << turn(200, 1) << turn(90) << "K0 K0 M090";
-        QTest::newRow("another target for the other rotor") << turn(200) << turn(90, 1) << "K0 K0 K9 K0 M090";
-        QTest::newRow("the other display") << turn(200) << press(1) << "K0 K0 K9 K0 C";
-        QTest::newRow("F9") << turn(200) << Order([](Station &s) { s.controller.toggleRotor(); }) << "K0 K9";
-        QTest::newRow("rotor button") << turn(200) << rotorButton << "K0 K0 K9 K0";
-        QTest::newRow("other rotor, STOP after K9") << turn(200, 1) << stop << "K0 K9 K0 S";
-        QTest::newRow("display, STOP") << press(1) << stop << "K0 S";
-        QTest::newRow("rotor button, a target") << rotorButton << turn(90) << "K0 K0 M090";
-    }
     void theNewestOrderWins()
     {
-        QFETCH(Order, first);
-        QFETCH(Order, meanwhile);
-        QFETCH(QString, heard);
+        const auto turn = [](int degrees, int antenna = 0) {
+            return [=](Station &s) { s.controller.turnTo(s.antenna(antenna), degrees); };
+        };
+        const auto press = [](int antenna) {
+            return [=](Station &s) { emit s.display(antenna)->onRotationStarted(); };
+        };
+        const auto type = [](int degrees) { return [=](Station &s) { typeTurnTo(s, degrees); }; };
+        const Order stop = [](Station &s) { s.controller.stop(); };
+        const Order rotorButton = [](Station &s) { emit s.panel.onToggleRotorButtonChange(1); };
+        const Order nothing = [](Station &) {};
+        const struct
+        {
+            const char *name;
+            Order first;
+            Order meanwhile;
+            QString heard;
+        } rows[] = {{"alone", turn(200), nothing, "K0 M200"},
+                    {"STOP", turn(200), stop, "K0 S"},
+                    {"CCW", turn(200), [](Station &s) { s.controller.rotateCCW(); }, "K0 L"},
+                    {"CW", turn(200), [](Station &s) { s.controller.rotateCW(); }, "K0 R"},
+                    {"another target", turn(200), turn(90), "K0 K0 M090"},
+                    {"typed, alone", type(200), nothing, "K0 K0 M200"},
+                    {"typed, typed again", type(200), type(90), "K0 K0 K0 M090"},
+                    {"typed, STOP", type(200), stop, "K0 S"},
+
+                    {"other rotor, STOP", turn(200, 1), stop, "K0 S"},
+                    {"other rotor, another target", turn(200, 1), turn(90), "K0 K0 M090"},
+                    {"another target for the other rotor", turn(200), turn(90, 1), "K0 K0 K9 K0 M090"},
+                    {"the other display", turn(200), press(1), "K0 K0 K9 K0 C"},
+                    {"F9", turn(200), [](Station &s) { s.controller.toggleRotor(); }, "K0 K9"},
+                    {"rotor button", turn(200), rotorButton, "K0 K0 K9 K0"},
+                    {"other rotor, STOP after K9", turn(200, 1), stop, "K0 K9 K0 S"},
+                    {"display, STOP", press(1), stop, "K0 S"},
+                    {"rotor button, a target", rotorButton, turn(90), "K0 K0 M090"}};
+        for (const auto &row : rows) {
+            Station s;
+            s.during(row.heard.startsWith("K0 K9 K0 S") ? "K9" : "K0", [&] { row.meanwhile(s); });
+            row.first(s);
+            const QString heard = s.port.heard();
+            QVERIFY2(heard == row.heard, qPrintable(row.name + (": " + heard)));
+        }
+    }
+
+    void theRotorButtonMakesItsAntennaCurrentOrUndoesItsToggle()
+    {
         Station s;
-        s.during(heard.startsWith("K0 K9 K0 S") ? "K9" : "K0", [&] { meanwhile(s); });
-        first(s);
-        QCOMPARE(s.port.heard(), heard);
+        emit s.panel.onToggleRotorButtonChange(1);
+        QCOMPARE(s.port.heard(), QString("K0 K9 K0"));
+        QCOMPARE(s.map.currentAntenna(), s.antenna(1));
+        emit s.panel.onToggleRotorButtonChange(1); // is there already
+        QCOMPARE(s.port.heard(), QString("K0"));
+        s.port.onHeard = [&](const QByteArray &command) {
+            if (command == "K9")
+                s.port.setFault(LineFault::silence(), 1);
+        };
+        emit s.panel.onToggleRotorButtonChange(0);
+        QCOMPARE(s.port.heard(), QString("K0 K9 K0 K9"));
+        QCOMPARE(s.map.currentAntenna(), s.antenna(1));
     }
 
     void anAntennaThatLosesItsRotorMeanwhileIsNotTakenForAFixedOne()
@@ -156,6 +171,8 @@ private slots:
     {
         Station s;
         QCOMPARE(s.shown(0), 40);
+        QCOMPARE(s.shown(1), 150); // of the other rotor
+        QVERIFY(s.antenna(1)->isEnabled() && !s.antenna(3)->isEnabled());
         s.controller.turnTo(s.antenna(0), 200);
         QCOMPARE(s.shown(0), 40);
         QCOMPARE(s.panel.digitalDisplay()->value(), 200);
@@ -163,11 +180,19 @@ private slots:
         s.controller.monitore();
         QCOMPARE(s.shown(0), int(s.port.box().rotor(0).position()));
         QCOMPARE(s.panel.digitalDisplay()->value(), s.shown(0));
+        QVERIFY(s.antenna(0)->isRotating());
+        s.port.advance(60000);
+        s.controller.monitore();
+        QCOMPARE(s.antenna(0)->angle(), 200.0);
+        QVERIFY(!s.antenna(0)->isRotating());
+        QCOMPARE(s.antenna(0)->target(), -1.0);
 
         // Another antenna becomes current between two steps of the wheel.
         const int other = s.shown(1);
         emit s.display(0)->onRotationStarted();
         emit s.display(0)->onRotationChanging(77);
+        s.controller.monitore();
+        QCOMPARE(s.panel.digitalDisplay()->value(), 77);
         s.map.setCurrentAntenna(s.antenna(1));
         emit s.display(0)->onRotationChanging(78);
         QCOMPARE(s.shown(1), other);

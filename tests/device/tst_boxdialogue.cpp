@@ -3,15 +3,12 @@
 #include "device/devicelumen4s.h"
 #include "settings/settings.h"
 #include "simbox/traffictext.h"
-#include "support/loglines.h"
 #include "support/simulatedline.h"
 
 #include <QTest>
 #include <QTimer>
 
 #include <memory>
-
-Q_DECLARE_METATYPE(LineFault)
 
 namespace {
 
@@ -69,28 +66,12 @@ private slots:
         QCOMPARE(trafficText(station.port.receivedBytes().mid(before)), trafficText(expected));
     }
 
-    void commandsAreLoggedBeforeTheyAreSentButReceivePortsAfter()
-    {
-        Station station;
-        const LogLines log;
-        station.port.onHeard = [](const QByteArray &command) { qDebug("heard %s", command.constData()); };
-        station.controller.rotateCCW();
-        station.controller.toggleRX(1);
-        station.controller.toggleTX(2);
-        const QString frame(44, '#');
-        QCOMPARE(log.lines(),
-                 (QStringList{frame, "Comando CCW", frame, "heard L", "heard K2", frame, "Comando TogleRX",
-                              frame, frame, "Comando TogleTX", frame, "heard K7"}));
-    }
-
     void theFirstConnectionSynchronisesBothRotors()
     {
         Station station(false);
         station.port.box().setRotorPair(false);
-        const LogLines log;
         QVERIFY(station.controller.open("box"));
         QCOMPARE(station.port.heard(), QString("K0 K0 K9 K0"));
-        QVERIFY(log.contains("CVextralRemoteControl::monitore() - Nao deu certo a troca de rotor"));
 
         QVERIFY(station.controller.open("/another/one")); // is open already
         QVERIFY(station.controller.close() && !station.controller.isOpen());
@@ -99,112 +80,58 @@ private slots:
         QCOMPARE(station.port.heard(), QString("K0 K0 C K9 K0 C K9 K0 C"));
     }
 
-    void whatHappensInsideTheSynchronisationPassCounts_data()
-    {
-        QTest::addColumn<QString>("what");
-        QTest::addColumn<bool>("opened");
-        QTest::addColumn<QString>("heard");
-        QTest::newRow("closed") << "close" << false << "K0";
-        QTest::newRow("closed and opened") << "close open" << true << "K0 K0 K0 C K9 K0 C K9 K0 C";
-        QTest::newRow("a rotor turned, which is not switched then") << "turn" << true << "K0 M200 K0 C";
-        QTest::newRow("lost, which is tried again") << "pull" << true << "K0";
-    }
     void whatHappensInsideTheSynchronisationPassCounts()
     {
-        QFETCH(QString, what);
-        QFETCH(bool, opened);
-        QFETCH(QString, heard);
-        Station station(false);
-        Controller &controller = station.controller;
-        QTimer::singleShot(0, &controller, [&] {
-            if (what.startsWith("close"))
-                controller.close();
-            if (what.endsWith("open"))
-                controller.open("box");
-            if (what == "turn")
-                controller.rotateTo(200);
-            if (what == "pull")
-                station.port.pullOut();
-        });
-        QCOMPARE(controller.open("box"), opened);
-        QCOMPARE(controller.isMonitoring(), opened);
-        QCOMPARE(station.port.heard(), heard);
+        const struct
+        {
+            QString what;
+            bool opened;
+            QString heard;
+        } rows[] = {{"close", false, "K0"},
+                    {"close and open", true, "K0 K0 K0 C K9 K0 C K9 K0 C"},
+                    {"turn, and its rotor stays selected", true, "K0 M200 K0 C"},
+                    {"pull, which is tried again", true, "K0"}};
+        for (const auto &row : rows) {
+            Station station(false);
+            Controller &controller = station.controller;
+            QTimer::singleShot(0, &controller, [&] {
+                if (row.what.startsWith("close"))
+                    controller.close();
+                if (row.what.endsWith("open"))
+                    controller.open("box");
+                if (row.what.startsWith("turn"))
+                    controller.rotateTo(200);
+                if (row.what.startsWith("pull"))
+                    station.port.pullOut();
+            });
+            QVERIFY2(controller.open("box") == row.opened, qPrintable(row.what));
+            QVERIFY2(controller.isMonitoring() == row.opened, qPrintable(row.what));
+            QCOMPARE(row.what + ": " + station.port.heard(), row.what + ": " + row.heard);
+        }
     }
 
-    void aReplyThatMakesNoSenseIsToldInBoundedTime_data()
-    {
-        QTest::addColumn<LineFault>("fault");
-        QTest::addColumn<int>("ms");
-        QTest::addColumn<QString>("log");
-        QTest::newRow("silence") << LineFault::silence() << 400 << "getStatus() empty";
-        QTest::newRow("refused") << LineFault::error() << 100
-                                 << "Comando [K0] receber status veio erro [?>\n]";
-        QTest::newRow("short line") << LineFault::replacedBy("ST=\r\n") << 300 << "getStatus() - error [ST=]";
-        QTest::newRow("another prefix")
-            << LineFault::replacedBy("XY=12345\r\n") << 100 << "getStatus() - content error [XY=12345]";
-    }
-    void aReplyThatMakesNoSenseIsToldInBoundedTime()
-    {
-        QFETCH(LineFault, fault);
-        QFETCH(int, ms);
-        QFETCH(QString, log);
-        Station station;
-        const LogLines lines;
-        station.port.setFault(fault, 1);
-        const int before = station.port.time();
-        QVERIFY(!station.controller.getStatus().valid);
-        QCOMPARE(station.port.time() - before, ms);
-        QVERIFY2(lines.lines().last().endsWith(log), qPrintable(lines.lines().join('\n')));
-    }
-
-    void anglesAreReadWithAndWithoutTheStatus()
-    {
-        Station station;
-        SimulatedPort &port = station.port;
-        port.box().rotor(0).setPosition(123);
-        Controller &controller = station.controller;
-        QCOMPARE(controller.getCurrentAngle(), 123.0);
-        port.setFault(LineFault::silence(), 1);
-        QCOMPARE(controller.getCurrentAngle(), -1.0);
-        // Once a line begins otherwise, the rounds that are left fail with it.
-        port.setFault(LineFault::replacedBy("noise\r\nAZ=045\r\n"), 1);
-        QCOMPARE(controller.getCurrentAngle(), -1.0);
-
-        port.box().setReceivePort(0, true); // a status byte of zero would hide the angle
-        port.box().rotor(0).setPosition(271);
-        const CDeviceStatus status = controller.getStatusAndCurrentAngle();
-        QVERIFY(status.valid && status.rotorSelected[0]);
-        QCOMPARE(status.angle, 271.0);
-    }
-
-    void rotorsAreSwitchedOnlyWhenNoneTurns_data()
-    {
-        QTest::addColumn<QString>("box");
-        QTest::addColumn<int>("rotor");
-        QTest::addColumn<bool>("selected");
-        QTest::addColumn<QString>("heard");
-        QTest::newRow("already") << "rests" << 0 << true << "K0";
-        QTest::newRow("switches") << "rests" << 1 << true << "K0 K9 K0";
-        QTest::newRow("the other one turns") << "turns" << 1 << false << "K0";
-        QTest::newRow("does not take") << "has no rotors" << 1 << false << "K0 K9 K0";
-        QTest::newRow("no answer") << "is silent" << 1 << false << "K0";
-        QTest::newRow("not a rotor of this box") << "rests" << 2 << false << "";
-        QTest::newRow("below the range") << "rests" << -1 << false << "K0 K9 K0";
-    }
     void rotorsAreSwitchedOnlyWhenNoneTurns()
     {
-        QFETCH(QString, box);
-        QFETCH(int, rotor);
-        QFETCH(bool, selected);
-        QFETCH(QString, heard);
-        Station station;
-        station.port.box().setRotorPair(box != "has no rotors");
-        if (box == "turns")
-            station.port.box().handle("R");
-        if (box == "is silent")
-            station.port.setFault(LineFault::silence(), 1);
-        QCOMPARE(station.controller.setCurrentRotor(rotor), selected);
-        QCOMPARE(station.port.heard(), heard);
+        const struct
+        {
+            QString box;
+            int rotor;
+            bool selected;
+            QString heard;
+        } rows[] = {{"rests", 0, true, "K0"},      {"rests", 1, true, "K0 K9 K0"},
+                    {"turns", 1, false, "K0"},     {"has no rotors", 1, false, "K0 K9 K0"},
+                    {"is silent", 1, false, "K0"}, {"rests", 2, false, ""}};
+        for (const auto &row : rows) {
+            Station station;
+            station.port.box().setRotorPair(row.box != "has no rotors");
+            if (row.box == "turns")
+                station.port.box().handle("R");
+            if (row.box == "is silent")
+                station.port.setFault(LineFault::silence(), 1);
+            const QString name = QString("the box %1, rotor %2: ").arg(row.box).arg(row.rotor);
+            QVERIFY2(station.controller.setCurrentRotor(row.rotor) == row.selected, qPrintable(name));
+            QCOMPARE(name + station.port.heard(), name + row.heard);
+        }
     }
 
     void clicksDuringAReadAreServedOnceAndInOrder()

@@ -72,71 +72,50 @@ private slots:
         QCOMPARE(lost, (QList<QPair<int, int>>{{0x0D, 0x0A}, {0x3F, 0x3E}}));
     }
 
-    void statusRepliesAreJudgedByLengthPrefixAndErrorMark_data()
-    {
-        QTest::addColumn<QByteArray>("buffer");
-        QTest::addColumn<int>("kind");
-        QTest::addColumn<bool>("error");
-        const auto row = [](const char *name, const QByteArray &buffer, Kind kind, bool error = false) {
-            QTest::newRow(name) << buffer << int(kind) << error;
-        };
-        row("nothing", "", Kind::Empty);
-        row("five bytes", "ST=A\n", Kind::Short);
-        row("six bytes", "ST=AB\n", Kind::Good);
-        row("in two lines", "ST=\nB\n", Kind::Good);
-        row("small letters", "st=AB\n", Kind::WrongContent);
-        row("prefix behind a zero", QByteArray("\0ST=AB\n", 7), Kind::WrongContent);
-        row("refused within noise", "xxx?>yyy\n", Kind::WrongContent, true);
-        row("mark broken by a line end", "?\n>\n", Kind::Short);
-        row("mark behind a zero", QByteArray("\0?>\n", 4), Kind::Short);
-    }
     void statusRepliesAreJudgedByLengthPrefixAndErrorMark()
     {
-        QFETCH(QByteArray, buffer);
-        QTEST(int(decodeStatusReply(statusQuery, buffer).kind), "kind");
-        QTEST(isErrorReply(buffer), "error");
+        const struct
+        {
+            QByteArray buffer;
+            Kind kind;
+            bool isError = false;
+        } rows[] = {{"", Kind::Empty},
+                    {"ST=A\n", Kind::Short},
+                    {"ST=AB\n", Kind::Good},
+                    {"ST=\nB\n", Kind::Good},
+                    {"st=AB\n", Kind::WrongContent},
+                    {QByteArray("\0ST=AB\n", 7), Kind::WrongContent},
+                    {"xxx?>yyy\n", Kind::WrongContent, true},
+                    {"?\n>\n", Kind::Short},
+                    {QByteArray("\0?>\n", 4), Kind::Short}};
+        for (const auto &row : rows) {
+            QVERIFY2(decodeStatusReply(statusQuery, row.buffer).kind == row.kind, row.buffer.toHex());
+            QVERIFY2(isErrorReply(row.buffer) == row.isError, row.buffer.toHex());
+        }
     }
 
-    void fullStatusTakesBitsFromBytesAndAngleFromText_data()
-    {
-        QTest::addColumn<QByteArray>("wire");
-        QTest::addColumn<QString>("reply");
-        QTest::newRow("plain") << QByteArray("T=AB123\r\n") << "65 66 123";
-        QTest::newRow("a zero status byte ends the text") << QByteArray("T=\0B123\r\n", 9) << "0 66 0";
-        QTest::newRow("in two lines") << QByteArray("T\r\nAB123\r\n") << "65 66 23";
-        QTest::newRow("no number") << QByteArray("T=ABxyz\r\n") << "65 66 0";
-    }
     void fullStatusTakesBitsFromBytesAndAngleFromText()
     {
-        QFETCH(QByteArray, wire);
-        const StatusReply reply = replyFromWire(statusAndAngleQuery, wire);
-        QVERIFY(reply.kind == Kind::Good);
-        QTEST(QString("%1 %2 %3").arg(reply.a).arg(reply.b).arg(reply.angle), "reply");
+        const std::pair<QByteArray, QString> rows[] = {
+            {"T=AB123\r\n", "65 66 123"},
+            {QByteArray("T=\0B123\r\n", 9), "0 66 0"}, // a zero status byte ends the text
+            {"T\r\nAB123\r\n", "65 66 23"},
+            {"T=ABxyz\r\n", "65 66 0"}};
+        for (const auto &[wire, expected] : rows) {
+            const StatusReply reply = replyFromWire(statusAndAngleQuery, wire);
+            QVERIFY2(reply.kind == Kind::Good, wire.toHex());
+            QCOMPARE(QString("%1 %2 %3").arg(reply.a).arg(reply.b).arg(reply.angle), expected);
+        }
     }
 
-    void angleRepliesAreReadAtTheirPositions_data()
+    void angleRepliesAreReadAtTheirPositions()
     {
-        QTest::addColumn<QByteArray>("buffer");
-        QTest::addColumn<double>("angle"); // -1: refused
         const std::pair<const char *, double> rows[] = {
             {"AZ=123\n", 123},    {"AZ=5\n", 5},           {"AZ=\n", 0},    {"az123\n", 23},
             {"aZ:007 more\n", 7}, {"A\nZ=045\n", 45},      {"AZ=nan\n", 0}, {"AZ=inf\n", 0},
-            {"AZ=1e9\n", 0},      {"ST=AB\nAZ=123\n", -1}, {"A\n", -1}};
+            {"AZ=1e9\n", 0},      {"ST=AB\nAZ=123\n", -1}, {"A\n", -1}}; // -1: refused
         for (const auto &[buffer, angle] : rows)
-            QTest::newRow(qPrintable(QString(buffer).simplified())) << QByteArray(buffer) << angle;
-    }
-    void angleRepliesAreReadAtTheirPositions()
-    {
-        QFETCH(QByteArray, buffer);
-        QTEST(decodeAngle(buffer).value_or(-1.0), "angle");
-    }
-
-    void aReplyIsDumpedBitByBit()
-    {
-        QCOMPARE(dumpLines("C", ""), QStringList("Resposta de [C]: zero bytes"));
-        QCOMPARE(dumpLines("K0", "\xA5\n"),
-                 (QStringList{"Resposta de [K0]: 2 bytes", "Byte [1 de 2]: 1 0 1 0 0 1 0 1",
-                              "Byte [2 de 2]: 0 0 0 0 1 0 1 0"}));
+            QVERIFY2(decodeAngle(buffer).value_or(-1.0) == angle, buffer);
     }
 };
 

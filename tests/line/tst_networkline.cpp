@@ -13,8 +13,6 @@
 
 using Kind = LineState::Kind;
 
-Q_DECLARE_METATYPE(LineState::Kind)
-
 namespace {
 
 constexpr int patienceMs = 10000;
@@ -69,88 +67,69 @@ class TestNetworkLine : public QObject
     Q_OBJECT
 
 private slots:
-    void anAddressIsReadOrRefused_data()
+    void anAddressIsReadOrRefused()
     {
-        QTest::addColumn<QString>("host");
-        QTest::addColumn<int>("port");
-        const auto row = [](const char *text, const char *host = "", int port = 0) {
-            QTest::newRow(text) << host << port;
-        };
-        row("tcp://mast:7000", "mast", 7000);
-        row(" TCP://mast.local:1/ ", "mast.local", 1);
-        row("tcp://192.168.1.5:65535", "192.168.1.5", 65535);
-        row("tcp://[::1]:7000", "::1", 7000);
-        row("tcp://[fe80::1%eth0]:7000", "fe80::1%eth0", 7000);
-        const QString refused =
+        const QMap<QString, QString> good = {{"tcp://mast:7000", "mast 7000"},
+                                             {" TCP://mast.local:1/ ", "mast.local 1"},
+                                             {"tcp://192.168.1.5:65535", "192.168.1.5 65535"},
+                                             {"tcp://[::1]:7000", "::1 7000"},
+                                             {"tcp://[fe80::1%eth0]:7000", "fe80::1%eth0 7000"}};
+        const QString bad =
             "tcp:, tcp://, tcp://mast, tcp://mast:, tcp://:7000, tcp://mast:0, tcp://mast:65536, "
             "tcp://mast:-1, tcp://mast:7000x, tcp://mast:70000000000, tcp:mast:7000, "
             "tcp:/mast:7000, tcp://::1:7000, tcp://[::1], tcp://[::1:7000, tcp://[mast]:7000, "
             "tcp://[]:7000, tcp://[1.2.3.4]:7000, tcp://the mast:7000, tcp://me@mast:7000, "
             "tcp://mast/x:7000, tcp://mast:7000/x";
-        for (const QString &text : refused.split(", "))
-            row(qPrintable(text));
-    }
-    void anAddressIsReadOrRefused()
-    {
-        const QString text = QTest::currentDataTag();
-        QVERIFY(NetworkAddress::isMeantBy(text));
-        const auto address = NetworkAddress::parse(text);
-        QTEST(address ? address->host : QString(), "host");
-        QTEST(address ? int(address->port) : 0, "port");
+        for (const QString &text : good.keys() + bad.split(", ")) {
+            QVERIFY2(NetworkAddress::isMeantBy(text), qPrintable(text));
+            const auto address = NetworkAddress::parse(text);
+            const QString read = address ? QString("%1 %2").arg(address->host).arg(address->port) : "";
+            QCOMPARE(text + ": " + read, text + ": " + good.value(text));
+        }
     }
 
-    void aPlaceToListenIsReadOrRefused_data()
-    {
-        QTest::addColumn<QString>("address");
-        QTest::addColumn<int>("port");
-        const auto row = [](const char *text, const char *address = "", int port = -1) {
-            QTest::newRow(text) << address << port;
-        };
-        row("7000", "127.0.0.1", 7000);
-        row("0", "127.0.0.1", 0);
-        row("localhost:7000", "127.0.0.1", 7000);
-        row("0.0.0.0:65535", "0.0.0.0", 65535);
-        row("192.168.1.5:80", "192.168.1.5", 80);
-        row("[::1]:7000", "::1", 7000);
-        row("[::]:7000", "::", 7000);
-        for (const char *text : {"", ":", ":7000", "65536", "-1", "x", "7000x", "localhost:", "::1:7000",
-                                 "[127.0.0.1]:7000", "[::1]", "[::1:7000", "mast:7000", "1.2.3.4.5:7000"})
-            row(text);
-    }
     void aPlaceToListenIsReadOrRefused()
     {
-        const auto place = ListenAddress::parse(QTest::currentDataTag());
-        QTEST(place ? place->address.toString() : QString(), "address");
-        QTEST(place ? int(place->port) : -1, "port");
+        const QMap<QString, QString> good = {{"7000", "127.0.0.1 7000"},
+                                             {"0", "127.0.0.1 0"},
+                                             {"localhost:7000", "127.0.0.1 7000"},
+                                             {"0.0.0.0:65535", "0.0.0.0 65535"},
+                                             {"192.168.1.5:80", "192.168.1.5 80"},
+                                             {"[::1]:7000", "::1 7000"},
+                                             {"[::]:7000", ":: 7000"}};
+        const QString bad = ",:,:7000,65536,-1,x,7000x,localhost:,::1:7000,[127.0.0.1]:7000,[::1],[::1:7000,"
+                            "mast:7000,1.2.3.4.5:7000";
+        for (const QString &text : good.keys() + bad.split(',')) {
+            const auto place = ListenAddress::parse(text);
+            const QString read =
+                place ? QString("%1 %2").arg(place->address.toString()).arg(place->port) : "";
+            QCOMPARE(text + ": " + read, text + ": " + good.value(text));
+        }
     }
 
-    void itTellsWhyThereIsNoConnection_data()
-    {
-        QTest::addColumn<QString>("address");
-        QTest::addColumn<Kind>("kind");
-        QTest::addColumn<QString>("text");
-        const auto row = [](const QString &address, Kind kind, const char *text) {
-            QTest::newRow(text) << address << kind << text;
-        };
-        row("tcp://mast", Kind::MalformedAddress, "is no address of a server");
-        row(local(freePort()), Kind::Refused, "refuses the connection");
-        row("tcp://mast..local:7000", Kind::NameNotFound, "No server of the name");
-        row("tcp://255.255.255.255:7000", Kind::Failed, "It is tried again");
-    }
     void itTellsWhyThereIsNoConnection()
     {
-        QFETCH(QString, address);
-        QFETCH(Kind, kind);
-        QFETCH(QString, text);
-        PolledLine line(address);
-        QElapsedTimer time;
-        time.start();
-        QVERIFY(!line.open());
-        QVERIFY(time.elapsed() < 50);
-        QTRY_COMPARE(line.state().kind, kind);
-        QVERIFY2(describe(line.state()).contains(text), qPrintable(describe(line.state())));
-        QVERIFY(!line.isOpen() && !line.takesOrders() && !line.write("K1\n", 50) && line.poll().isEmpty());
-        QCOMPARE(line.signalled, QString());
+        const struct
+        {
+            QString address;
+            Kind kind;
+            QString text;
+        } rows[] = {{"tcp://mast", Kind::MalformedAddress, "is no address of a server"},
+                    {local(freePort()), Kind::Refused, "refuses the connection"},
+                    {"tcp://mast..local:7000", Kind::NameNotFound, "No server of the name"},
+                    {"tcp://255.255.255.255:7000", Kind::Failed, "It is tried again"}};
+        for (const auto &row : rows) {
+            PolledLine line(row.address);
+            QElapsedTimer time;
+            time.start();
+            QVERIFY(!line.open());
+            QVERIFY(time.elapsed() < 50);
+            QTRY_COMPARE(line.state().kind, row.kind);
+            QVERIFY2(describe(line.state()).contains(row.text), qPrintable(describe(line.state())));
+            QVERIFY(!line.isOpen() && !line.takesOrders() && !line.write("K1\n", 50)
+                    && line.poll().isEmpty());
+            QCOMPARE(line.signalled, QString());
+        }
     }
 
     void aServerMayComeLateAndComeBack()
@@ -183,37 +162,6 @@ private slots:
             QVERIFY(line.opening() > firstOpening && !line.takesOrders());
             QVERIFY(!line.poll().isEmpty() && line.takesOrders());
         }
-    }
-
-    void thePausesGrowUntilTheBoxAnswers()
-    {
-        // A server whose box is in use takes a connection and closes it; the third one it keeps.
-        QTcpServer server;
-        QVERIFY(server.listen(QHostAddress::LocalHost));
-        QElapsedTimer time;
-        QList<qint64> pauses;
-        QTcpSocket *kept = nullptr;
-        connect(&server, &QTcpServer::newConnection, this, [&] {
-            QTcpSocket *socket = server.nextPendingConnection();
-            pauses << time.restart();
-            if (pauses.size() == 3)
-                kept = socket;
-            else
-                socket->abort();
-        });
-        PolledLine line(local(server.serverPort()));
-        time.start();
-        line.open();
-        QTRY_VERIFY_WITH_TIMEOUT(kept && line.isOpen(), patienceMs);
-        kept->write("ST=\x10\x10\r\n");
-        QTRY_VERIFY(line.bytesAvailable() > 0);
-        line.noteAnswer(true);
-        kept->abort();
-        time.start();
-        QTRY_COMPARE_WITH_TIMEOUT(pauses.size(), 5, patienceMs);
-        const qint64 expected[] = {0, 1500, 3000, 1500, 3000};
-        for (int i = 0; i < pauses.size(); ++i)
-            QVERIFY2(qAbs(pauses[i] - expected[i]) < 500, qPrintable(QString::number(pauses[i])));
     }
 
     void whatWasSentInAnOutageIsTakenBack()

@@ -9,7 +9,6 @@
 
 #include <QElapsedTimer>
 #include <QFile>
-#include <QFileInfo>
 #include <QSerialPort>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -146,22 +145,6 @@ private slots:
         QVERIFY(QFile::rename(aside, m_pty->linkPath()));
         line.tend();
         QVERIFY(line.isOpen() && line.opening() != opening);
-    }
-
-    void onlyALinkIsReplaced()
-    {
-        const QString link = m_pty->linkPath();
-        PtyLine successor(link);
-        QVERIFY(successor.start());
-        m_pty.reset(); // leaves the link alone, which is not its own any more
-        QCOMPARE(QFileInfo(link).symLinkTarget(), successor.slavePath());
-        successor.hangUp();
-
-        QFile file(link);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        QVERIFY(!successor.start());
-        QVERIFY(successor.errorText().contains(link));
-        QVERIFY(!successor.isUp() && file.remove());
     }
 
 private:

@@ -154,36 +154,32 @@ private slots:
         QVERIFY(m_rotator.orders.isEmpty());
     }
 
-    void noClientHarmsTheOthers_data()
-    {
-        QTest::addColumn<QByteArray>("sent");
-        QTest::addColumn<QByteArray>("answered");
-        QTest::newRow("a line without an end") << QByteArray(20'000, 'p') << QByteArray();
-        QTest::newRow("a long line") << QByteArray(20'000, 'p') + "\n_\n" << QByteArray("RPRT -1\nModel\n");
-        QTest::newRow("as long as the buffer") << QByteArray(RotctldClient::longestLine, ' ') + "\n_\n"
-                                               << QByteArray("RPRT -1\nModel\n");
-        QTest::newRow("half a line") << QByteArray("\\get_") << QByteArray();
-        QTest::newRow("noise") << QByteArray("\0\xFF\x80\x1B[\n_\n", 8) << QByteArray("RPRT -4\nModel\n");
-        // The system itself keeps some megabytes of answers.
-        QTest::newRow("no answer is read") << QByteArray("1\n").repeated(100'000) << QByteArray("gone");
-    }
     void noClientHarmsTheOthers()
     {
-        QFETCH(QByteArray, sent);
-        QFETCH(QByteArray, answered);
-        const LogLines log;
-        Client bad(*m_server);
-        if (answered == "gone")
-            bad.setReadBufferSize(1);
-        bad.write(sent);
-        Client good(*m_server);
-        for (int i = 0; i < 20; ++i)
+        const QPair<QByteArray, QByteArray> rows[] = {
+            // what one client sends, what is answered
+            {QByteArray(20'000, 'p'), ""}, // a line without an end
+            {QByteArray(20'000, 'p') + "\n_\n", "RPRT -1\nModel\n"},
+            {QByteArray(RotctldClient::longestLine, ' ') + "\n_\n", "RPRT -1\nModel\n"},
+            {"\\get_", ""},
+            {QByteArray("\0\xFF\x80\x1B[\n_\n", 8), "RPRT -4\nModel\n"},
+            // None is read; the system itself keeps some megabytes of answers.
+            {QByteArray("1\n").repeated(100'000), "gone"}};
+        for (const auto &[sent, answered] : rows) {
+            const LogLines log;
+            Client bad(*m_server);
+            if (answered == "gone")
+                bad.setReadBufferSize(1);
+            bad.write(sent);
+            Client good(*m_server);
+            for (int i = 0; i < 20; ++i)
+                QCOMPARE(good.say("p\n", 2), QByteArray("12.50\n0.00\n"));
+            if (answered == "gone")
+                QTRY_COMPARE_WITH_TIMEOUT(log.lines().filter("does not read its answers").size(), 1, 60000);
+            else
+                QCOMPARE(sent.right(20) + bad.say("", answered.count('\n')), sent.right(20) + answered);
             QCOMPARE(good.say("p\n", 2), QByteArray("12.50\n0.00\n"));
-        if (answered == "gone")
-            QTRY_COMPARE_WITH_TIMEOUT(log.lines().filter("does not read its answers").size(), 1, 60000);
-        else
-            QCOMPARE(bad.say("", answered.count('\n')), answered);
-        QCOMPARE(good.say("p\n", 2), QByteArray("12.50\n0.00\n"));
+        }
     }
 
     void thereAreNotTooManyClients()
@@ -221,30 +217,26 @@ private slots:
         QCOMPARE(m_rotator.orders.join(' '), QString("222 stop left 270"));
     }
 
-    void theProgramTakesItsOptionAndRefusesOthers_data()
-    {
-        QTest::addColumn<QStringList>("options");
-        QTest::addColumn<QString>("told");
-        QTest::newRow("with =") << QStringList{"--rotctld=0"} << "listening on 127.0.0.1, port ";
-        QTest::newRow("with a blank") << QStringList{"--rotctld", "0"} << "listening on 127.0.0.1, port ";
-        QTest::newRow("no place") << QStringList{"--rotctld", ""} << "is no [ADDRESS:]PORT";
-        QTest::newRow("unknown") << QStringList{"--rotcltd=0"} << "Unknown option 'rotcltd'.";
-        QTest::newRow("no value") << QStringList{"--rotctld"} << "Missing value after '--rotctld'.";
-        QTest::newRow("no option") << QStringList{"4533"} << "Usage: ";
-    }
     void theProgramTakesItsOptionAndRefusesOthers()
     {
-        QFETCH(QStringList, options);
-        QFETCH(QString, told);
-        QProcess program;
-        program.setProcessChannelMode(QProcess::MergedChannels);
-        program.start(ROTATOR, options);
-        QString output;
-        QTRY_VERIFY2_WITH_TIMEOUT((output += program.readAll()).contains(told), qPrintable(output), 10000);
-        if (told.startsWith("listening") || told.startsWith("is no"))
-            program.kill(); // its window is open
-        QTRY_COMPARE(program.state(), QProcess::NotRunning);
-        QCOMPARE(program.exitCode() == 1, program.exitStatus() == QProcess::NormalExit);
+        const QPair<QStringList, QString> rows[] = {{{"--rotctld=0"}, "listening on 127.0.0.1, port "},
+                                                    {{"--rotctld", "0"}, "listening on 127.0.0.1, port "},
+                                                    {{"--rotctld", ""}, "is no [ADDRESS:]PORT"},
+                                                    {{"--rotcltd=0"}, "Unknown option 'rotcltd'."},
+                                                    {{"--rotctld"}, "Missing value after '--rotctld'."},
+                                                    {{"4533"}, "Usage: "}};
+        for (const auto &[options, told] : rows) {
+            QProcess program;
+            program.setProcessChannelMode(QProcess::MergedChannels);
+            program.start(ROTATOR, options);
+            QString output;
+            QTRY_VERIFY2_WITH_TIMEOUT((output += program.readAll()).contains(told), qPrintable(output),
+                                      10000);
+            if (told.startsWith("listening") || told.startsWith("is no"))
+                program.kill(); // its window is open
+            QTRY_COMPARE(program.state(), QProcess::NotRunning);
+            QCOMPARE(program.exitCode() == 1, program.exitStatus() == QProcess::NormalExit);
+        }
     }
 
 private:
