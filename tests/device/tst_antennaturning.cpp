@@ -123,6 +123,21 @@ private slots:
         }
     }
 
+    void theOtherRotorIsTurnedWhenItIsThereAndNoneTurns()
+    {
+        const QPair<Order, QString> rows[] = {
+            {[](Station &s) { s.port.box().handle("R"); }, "K0"},
+            {[](Station &s) { s.port.loseReply(); }, "K0"},
+            {[](Station &s) { s.port.box().setRotorPair(false); }, "K0 K9 K0"},
+            {[](Station &) {}, "K0 K9 K0 M005"}};
+        for (const auto &[prepare, heard] : rows) {
+            Station s;
+            prepare(s);
+            s.controller.turnTo(s.antenna(1), 5);
+            QCOMPARE(s.port.heard(), heard);
+        }
+    }
+
     void theRotorButtonMakesItsAntennaCurrentOrUndoesItsToggle()
     {
         Station s;
@@ -133,7 +148,7 @@ private slots:
         QCOMPARE(s.port.heard(), QString("K0"));
         s.port.onHeard = [&](const QByteArray &command) {
             if (command == "K9")
-                s.port.setFault(LineFault::silence(), 1);
+                s.port.loseReply();
         };
         emit s.panel.onToggleRotorButtonChange(0);
         QCOMPARE(s.port.heard(), QString("K0 K9 K0 K9"));

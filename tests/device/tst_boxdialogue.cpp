@@ -110,30 +110,6 @@ private slots:
         }
     }
 
-    void rotorsAreSwitchedOnlyWhenNoneTurns()
-    {
-        const struct
-        {
-            QString box;
-            int rotor;
-            bool selected;
-            QString heard;
-        } rows[] = {{"rests", 0, true, "K0"},      {"rests", 1, true, "K0 K9 K0"},
-                    {"turns", 1, false, "K0"},     {"has no rotors", 1, false, "K0 K9 K0"},
-                    {"is silent", 1, false, "K0"}, {"rests", 2, false, ""}};
-        for (const auto &row : rows) {
-            Station station;
-            station.port.box().setRotorPair(row.box != "has no rotors");
-            if (row.box == "turns")
-                station.port.box().handle("R");
-            if (row.box == "is silent")
-                station.port.setFault(LineFault::silence(), 1);
-            const QString name = QString("the box %1, rotor %2: ").arg(row.box).arg(row.rotor);
-            QVERIFY2(station.controller.setCurrentRotor(row.rotor) == row.selected, qPrintable(name));
-            QCOMPARE(name + station.port.heard(), name + row.heard);
-        }
-    }
-
     void clicksDuringAReadAreServedOnceAndInOrder()
     {
         Station station(false);

@@ -159,7 +159,7 @@ private slots:
             QVERIFY(line.waitUntilDown(0));
             QVERIFY(toolTip().contains("went away"));
             m_station->press(Qt::Key_F3); // is not sent when the line is back
-            QTRY_VERIFY(m_log->count("................. monitoring has fail") > 3);
+            QTRY_VERIFY(m_log->lines().count("................. monitoring has fail") > 3);
         }
         m_station->changeBox();
         QVERIFY(line.restore());

@@ -27,27 +27,12 @@ private slots:
         initResources();
         Station::writeFreshSettings();
         m_station = std::make_unique<Station>();
+        m_station->startProgram();
     }
     void cleanupTestCase()
     {
         m_station.reset();
         m_log.reset();
-    }
-
-    void aServerMayStartAfterTheProgram()
-    {
-        m_station->server->stop();
-        Station::writeFreshSettings("tcp://127.0.0.1:1");
-        m_station->startProgram();
-        QTRY_VERIFY(toolTip().contains("refuses the connection"));
-        QVERIFY(!m_station->controller()->isOpen());
-        m_station->window.reset();
-
-        Station::writeFreshSettings();
-        QTimer::singleShot(1000, this, [this] { m_station->server->start(); });
-        m_station->startProgram();
-        QCOMPARE(m_station->line.commands(), QList<QByteArray>({"K0", "K0", "K9", "K0"}));
-        QCOMPARE(QString(m_station->line.received().first().toHex()), QString("4b300d0a"));
     }
 
     void aRestartedServerIsTakenUpAgain()

@@ -162,36 +162,32 @@ private slots:
         QCOMPARE(QDir(folder()).entryList({"*ini*"}, QDir::Files), QStringList("VextralRemoteControl.ini"));
     }
 
-    void aSaveInTroubleIsToldAndTheNextOneWrites_data()
-    {
-        QTest::addColumn<QString>("trouble");
-        for (const char *trouble : {"full disk", "read-only folder", "read-only file", "folder removed"})
-            QTest::newRow(trouble) << trouble;
-    }
     void aSaveInTroubleIsToldAndTheNextOneWrites()
     {
-        QFETCH(QString, trouble);
-        const bool isRemoved = trouble == "folder removed";
         const QFile::Permissions all = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
-        const QString protectedPath = trouble.endsWith("file") ? file() : folder();
-        Program program(folder());
-        QCOMPARE(program.say("save before"), QString());
-        if (trouble == "full disk")
-            program.say("fill");
-        else if (isRemoved)
-            QVERIFY(QDir(folder()).removeRecursively());
-        else
-            QVERIFY(QFile::setPermissions(protectedPath, all ^ QFile::WriteOwner));
+        for (const QString trouble : {"full disk", "read-only folder", "read-only file", "folder removed"}) {
+            init();
+            const bool isRemoved = trouble == "folder removed";
+            const QString protectedPath = trouble.endsWith("file") ? file() : folder();
+            Program program(folder());
+            QCOMPARE(program.say("save before"), QString());
+            if (trouble == "full disk")
+                program.say("fill");
+            else if (isRemoved)
+                QVERIFY(QDir(folder()).removeRecursively());
+            else
+                QVERIFY(QFile::setPermissions(protectedPath, all ^ QFile::WriteOwner));
 
-        const QString told = isRemoved ? "CSettings::load() - %1 was changed by another program"
-                                       : "CSettings::save() - %1 could not be written";
-        QCOMPARE(program.say("save after"), told.arg(file()));
-        QCOMPARE(textOf(file()), QString(isRemoved ? "after" : "before"));
+            const QString told = isRemoved ? "CSettings::load() - %1 was changed by another program"
+                                           : "CSettings::save() - %1 could not be written";
+            QCOMPARE(trouble + ": " + program.say("save after"), trouble + ": " + told.arg(file()));
+            QCOMPARE(textOf(file()), QString(isRemoved ? "after" : "before"));
 
-        program.say("empty");
-        QVERIFY(QFile::setPermissions(protectedPath, all));
-        QCOMPARE(program.say("save again"), QString());
-        QCOMPARE(textOf(file()), QString("again"));
+            program.say("empty");
+            QVERIFY(QFile::setPermissions(protectedPath, all));
+            QCOMPARE(program.say("save again"), QString());
+            QCOMPARE(textOf(file()), QString("again"));
+        }
     }
 
     void anExchangeThatFailsLeavesEachBoxItsOwn()

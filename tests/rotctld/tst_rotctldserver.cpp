@@ -16,35 +16,28 @@
 namespace {
 
 /// Notes what it is ordered.
-struct NotedRotator
-{
-    QStringList orders;
-    std::optional<double> azimuth = 12.5;
-    bool takesOrders = true;
-    /// The line is lost by the next order.
-    bool losesLine = false;
-};
-
 class FakeRotator : public RotctldRotator
 {
 public:
-    explicit FakeRotator(NotedRotator &noted) : m_noted(noted) {}
-
     QByteArray model() const override { return "Model"; }
-    std::optional<double> azimuth() const override { return m_noted.azimuth; }
-    bool takesOrders() const override { return m_noted.takesOrders; }
+    std::optional<double> azimuth() const override { return reading; }
+    bool takesOrders() const override { return hasLine; }
     void turnTo(int degrees) override { note(QString::number(degrees)); }
     void turn(Side side) override { note(side == Side::Left ? "left" : "right"); }
     void stop() override { note("stop"); }
 
+    QStringList orders;
+    std::optional<double> reading = 12.5;
+    bool hasLine = true;
+    /// By the next order.
+    bool losesLine = false;
+
 private:
     void note(const QString &order)
     {
-        m_noted.orders << order;
-        m_noted.takesOrders = !m_noted.losesLine;
+        orders << order;
+        hasLine = !losesLine;
     }
-
-    NotedRotator &m_noted;
 };
 
 class Client : public QTcpSocket
@@ -70,67 +63,60 @@ class TestRotctldServer : public QObject
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        m_rotator = {};
-        m_server = std::make_unique<RotctldServer>(std::make_unique<FakeRotator>(m_rotator));
-        QVERIFY(m_server->listen("0"));
-    }
-    void cleanup() { m_server.reset(); }
+    void init() { serve(); }
 
     void ordersOfAClient()
     {
         Client client(*m_server);
         QCOMPARE(client.say("p\n", 2), QByteArray("12.50\n0.00\n"));
         QCOMPARE(client.say("P 100.4 30\nP 100.4 31\nP 99.6 0\n", 3), QByteArray("RPRT 0\n").repeated(3));
-        QCOMPARE(m_rotator.orders, QStringList("100")); // the others are the same whole degree
+        QCOMPARE(m_rotator->orders, QStringList("100")); // the others are the same whole degree
         client.say("P 359.7 0\n");
         client.say("S\n");
         client.say("P 0 0\n");
         client.say("M 8 1\n");
         client.say("M 16 1\n");
-        QCOMPARE(m_rotator.orders.join(' '), QString("100 0 stop 0 left right"));
+        QCOMPARE(m_rotator->orders.join(' '), QString("100 0 stop 0 left right"));
 
         // The answer is that of another client.
         QCOMPARE(Client(*m_server).say("P 0 0\n"), QByteArray("RPRT 0\n"));
-        QCOMPARE(m_rotator.orders.size(), 7);
+        QCOMPARE(m_rotator->orders.size(), 7);
     }
 
     void withoutALineNothingIsOrdered()
     {
         Client client(*m_server);
-        m_rotator.takesOrders = false;
-        m_rotator.azimuth.reset();
+        m_rotator->hasLine = false;
+        m_rotator->reading.reset();
         QCOMPARE(client.say("p\nP 90 0\nS\nM 8 1\n", 4), QByteArray("RPRT -6\n").repeated(4));
-        QVERIFY(m_rotator.orders.isEmpty());
-        m_rotator.takesOrders = true;
-        m_rotator.losesLine = true;
+        QVERIFY(m_rotator->orders.isEmpty());
+        m_rotator->hasLine = true;
+        m_rotator->losesLine = true;
         QCOMPARE(client.say("P 90 0\n"), QByteArray("RPRT -6\n"));
-        m_rotator.takesOrders = true;
-        m_rotator.losesLine = false;
+        m_rotator->hasLine = true;
+        m_rotator->losesLine = false;
         QCOMPARE(client.say("P 90 0\n"), QByteArray("RPRT 0\n"));
-        QCOMPARE(m_rotator.orders.join(' '), QString("90 90"));
+        QCOMPARE(m_rotator->orders.join(' '), QString("90 90"));
     }
 
     void aTargetThatIsRepeatedThroughAnOutageOrByANewConnectionIsNoOrder()
     {
         constexpr int gapMs = 500;
-        m_server = std::make_unique<RotctldServer>(std::make_unique<FakeRotator>(m_rotator), nullptr, gapMs);
-        QVERIFY(m_server->listen("0"));
+        serve(gapMs);
         auto client = std::make_unique<Client>(*m_server);
         client->say("P 90 0\n");
-        m_rotator.takesOrders = false;
+        m_rotator->hasLine = false;
         for (int i = 0; i < 3; ++i) {
             QTest::qWait(gapMs / 2);
             QCOMPARE(client->say("P 90 0\n"), QByteArray("RPRT -6\n"));
         }
-        m_rotator.takesOrders = true;
+        m_rotator->hasLine = true;
         QCOMPARE(client->say("P 90 0\n"), QByteArray("RPRT 0\n"));
         client = std::make_unique<Client>(*m_server);
         QCOMPARE(client->say("P 90 0\n"), QByteArray("RPRT 0\n"));
-        QCOMPARE(m_rotator.orders, QStringList("90"));
+        QCOMPARE(m_rotator->orders, QStringList("90"));
         client->say("P 91 0\n");
-        QCOMPARE(m_rotator.orders.join(' '), QString("90 91"));
+        QCOMPARE(m_rotator->orders.join(' '), QString("90 91"));
     }
 
     void ordersDoNotFollowEachOtherAtOnce()
@@ -141,7 +127,7 @@ private slots:
         connect(&client, &Client::readyRead, this,
                 [&] { client.write(client.readAll().size() > 0 ? "S\n" : ""); });
         client.write("S\n");
-        QTRY_VERIFY(m_rotator.orders.size() >= 10);
+        QTRY_VERIFY(m_rotator->orders.size() >= 10);
         QVERIFY2(time.elapsed() >= 9 * 19, qPrintable(QString::number(time.elapsed())));
     }
 
@@ -151,7 +137,7 @@ private slots:
         client.say("_\nq\nP 90 0\n");
         QTRY_COMPARE(client.state(), QAbstractSocket::UnconnectedState);
         QCOMPARE(Client(*m_server).say("_\n"), QByteArray("Model\n"));
-        QVERIFY(m_rotator.orders.isEmpty());
+        QVERIFY(m_rotator->orders.isEmpty());
     }
 
     void noClientHarmsTheOthers()
@@ -197,7 +183,7 @@ private slots:
 
     void aPlaceThatCannotBeUsedIsRefused()
     {
-        RotctldServer other(std::make_unique<FakeRotator>(m_rotator));
+        RotctldServer other(std::make_unique<FakeRotator>());
         const QString port = QString::number(m_server->port());
         for (const QString &place : {port, "localhost:" + port, QString("nowhere:0")})
             QVERIFY2(!other.listen(place), qPrintable(place));
@@ -214,7 +200,7 @@ private slots:
                                "222", "45", "S", "M", "8", "50", "_", "P", "-90", "0"});
         QTRY_COMPARE_WITH_TIMEOUT(client.state(), QProcess::NotRunning, 20000);
         QCOMPARE(client.readAllStandardOutput().simplified(), QByteArray("12.50 0.00 Model"));
-        QCOMPARE(m_rotator.orders.join(' '), QString("222 stop left 270"));
+        QCOMPARE(m_rotator->orders.join(' '), QString("222 stop left 270"));
     }
 
     void theProgramTakesItsOptionAndRefusesOthers()
@@ -240,7 +226,15 @@ private slots:
     }
 
 private:
-    NotedRotator m_rotator;
+    void serve(qint64 repeatGapMs = RepeatedTargets::usualGapMs)
+    {
+        auto rotator = std::make_unique<FakeRotator>();
+        m_rotator = rotator.get();
+        m_server = std::make_unique<RotctldServer>(std::move(rotator), nullptr, repeatGapMs);
+        QVERIFY(m_server->listen("0"));
+    }
+
+    FakeRotator *m_rotator = nullptr; // of the server
     std::unique_ptr<RotctldServer> m_server;
 };
 

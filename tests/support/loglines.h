@@ -8,17 +8,22 @@
 class LogLines
 {
 public:
-    LogLines();
-    ~LogLines();
+    LogLines()
+    {
+        s_lines = &m_lines;
+        m_formerHandler = qInstallMessageHandler(collect);
+    }
+    ~LogLines() { qInstallMessageHandler(m_formerHandler); }
 
     QStringList lines() const { return m_lines; }
-    /// How often exactly this line was logged.
-    int count(const QString &line) const { return int(m_lines.count(line)); }
-    bool contains(const QString &line) const { return m_lines.contains(line); }
     void clear() { m_lines.clear(); }
 
 private:
     Q_DISABLE_COPY(LogLines)
 
+    static void collect(QtMsgType, const QMessageLogContext &, const QString &text) { *s_lines << text; }
+
+    static inline QStringList *s_lines = nullptr;
     QStringList m_lines;
+    QtMessageHandler m_formerHandler = nullptr;
 };

@@ -146,8 +146,8 @@ struct RotatorStation
             {"drag", [&] { moveDial(QEvent::MouseMove, number); }},
             {"drop", [&] { moveDial(QEvent::MouseButtonRelease, number); }},
             {"display", [&] { emit display->onRotationChanged(number); }},
-            {"hide", [&] { eachControl([](QWidget *control) { control->hide(), control->show(); }); }},
-            {"disable", [&] { eachControl([](QWidget *c) { c->setEnabled(false), c->setEnabled(true); }); }},
+            {"hide", [&] { panel->hide(), panel->show(); }},
+            {"disable", [&] { panel->setEnabled(false), panel->setEnabled(true); }},
             {"click", [&] { QTest::mouseClick(display, Qt::LeftButton); }},
             {"wheel", [&] { turnWheel(display); }},
             {"net", [&] { order(object); }},
@@ -167,12 +167,6 @@ struct RotatorStation
         } else {
             poll(verb.toDouble());
         }
-    }
-
-    void eachControl(const std::function<void(QWidget *)> &happens)
-    {
-        happens(display);
-        happens(dial);
     }
 
     void moveDial(QEvent::Type type, int degrees)

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "support/simulatedline.h"
 
-#include <algorithm>
 #include <utility>
 
 LineFactory SimulatedPort::factory()
@@ -13,16 +12,9 @@ LineFactory SimulatedPort::factory()
     };
 }
 
-void SimulatedPort::pass(int milliseconds)
-{
-    m_time += milliseconds;
-    deliver();
-}
-
 void SimulatedPort::pullOut()
 {
     m_plugged = false;
-    m_outgoing.clear();
     m_delivered.clear();
     if (m_line && m_line->isOpen())
         m_line->lose();
@@ -36,51 +28,19 @@ QString SimulatedPort::heard()
 void SimulatedPort::receive(const QByteArray &bytes)
 {
     m_receivedBytes += bytes;
-    for (const QByteArray &line : m_box.receive(bytes)) {
-        if (!FaultyBox::withoutLineEnd(line).isEmpty())
-            handle(line);
+    for (const QByteArray &line : bytes.split('\n')) {
+        const QByteArray command = line.trimmed();
+        if (command.isEmpty())
+            continue;
+        m_commands << QString::fromLatin1(command);
+        // A copy, because a listener may replace itself.
+        if (const auto listener = onHeard)
+            listener(command);
+        const QByteArray reply = m_box.handle(command);
+        if (reply.isEmpty() || !std::exchange(m_losesReply, false))
+            m_delivered += reply;
     }
 }
-
-void SimulatedPort::handle(const QByteArray &line)
-{
-    const QByteArray command = FaultyBox::withoutLineEnd(line);
-    m_commands << QString::fromLatin1(command);
-    // A copy, because a listener may replace itself.
-    if (const auto listener = onHeard)
-        listener(command);
-    send(m_box.answer(line));
-}
-
-void SimulatedPort::send(const QVector<LineFault::Portion> &portions)
-{
-    for (const LineFault::Portion &portion : portions) {
-        if (portion.hangUpAfter)
-            return pullOut();
-        const int earliest = m_outgoing.empty() ? m_time : m_outgoing.back().due;
-        m_outgoing.push_back({std::max(earliest, m_time) + portion.pauseMs, portion.bytes});
-    }
-    deliver();
-}
-
-void SimulatedPort::deliver()
-{
-    while (!m_outgoing.empty() && m_outgoing.front().due <= m_time) {
-        m_delivered += m_outgoing.front().bytes;
-        m_outgoing.pop_front();
-    }
-}
-
-void SimulatedPort::waitForLine(int waitMs)
-{
-    const int until = m_time + waitMs;
-    while (!m_delivered.contains('\n') && m_time < until) {
-        const int next = m_outgoing.empty() ? until : std::min(until, m_outgoing.front().due);
-        pass(next - m_time);
-    }
-}
-
-SimulatedLine::SimulatedLine(const QString &portName, SimulatedPort &port) : Line(portName), m_port(port) {}
 
 bool SimulatedLine::open()
 {
@@ -100,37 +60,20 @@ void SimulatedLine::close()
 
 bool SimulatedLine::write(const QByteArray &text, int)
 {
-    if (!m_open)
-        return false;
-    m_port.receive(QByteArray(text).replace("\n", "\r\n"));
+    if (m_open)
+        m_port.receive(QByteArray(text).replace("\n", "\r\n"));
     return m_open;
 }
 
-QByteArray SimulatedLine::readLine(int waitMs)
+QByteArray SimulatedLine::readLine(int)
 {
-    if (m_open)
-        m_port.waitForLine(waitMs);
-    if (bytesAvailable() > floodBytes)
-        discard();
     QByteArray &received = m_port.m_delivered;
     const int end = received.indexOf('\n') + 1;
     if (!m_open || end == 0)
         return QByteArray();
-    QByteArray line = received.left(end);
+    const QByteArray line = received.left(end).replace("\r\n", "\n");
     received.remove(0, end);
-    if (line.endsWith("\r\n"))
-        line.replace(line.size() - 2, 2, "\n");
     return line;
-}
-
-void SimulatedLine::discard()
-{
-    m_port.m_delivered.clear();
-}
-
-void SimulatedLine::pause(int milliseconds)
-{
-    m_port.pass(milliseconds);
 }
 
 void SimulatedLine::tend()

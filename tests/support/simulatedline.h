@@ -2,20 +2,19 @@
 #pragma once
 
 #include "line/line.h"
-#include "simbox/faultybox.h"
+#include "simbox/simulatedbox.h"
 
 #include <QByteArray>
 #include <QPointer>
 #include <QStringList>
 
-#include <deque>
 #include <functional>
 
 class SimulatedLine;
 
 /// A simulated box and the port that it is plugged into, without a pseudo-terminal: the lines of factory()
-/// pass bytes straight to it. Time passes when a line waits or pauses, and never by itself, so a dialogue
-/// takes no time and comes out the same on every run. It must outlive its lines.
+/// pass bytes straight to it. Waits and pauses take no time, so a dialogue comes out the same on every run.
+/// It must outlive its lines.
 class SimulatedPort
 {
 public:
@@ -23,17 +22,12 @@ public:
 
     LineFactory factory();
 
-    SimulatedBox &box() { return m_box.box(); }
-    /// Milliseconds that waits and pauses have taken.
-    int time() const { return m_time; }
+    SimulatedBox &box() { return m_box; }
     /// Lets the rotors turn for so long.
-    void advance(int milliseconds) { m_box.box().advance(milliseconds); }
+    void advance(int milliseconds) { m_box.advance(milliseconds); }
 
-    /// The fault acts on the next `replies` commands that it concerns. Hang-ups only without bytes before.
-    void setFault(const LineFault &fault, int replies = FaultyBox::Forever)
-    {
-        m_box.setFault(fault, replies);
-    }
+    /// The next reply gets lost.
+    void loseReply() { m_losesReply = true; }
     /// The adapter is pulled out: the line is lost at its next use. plugIn() puts it back.
     void pullOut();
     void plugIn() { m_plugged = true; }
@@ -52,26 +46,13 @@ public:
 private:
     friend class SimulatedLine;
 
-    struct Portion
-    {
-        int due;
-        QByteArray bytes;
-    };
-
-    void pass(int milliseconds);
     void receive(const QByteArray &bytes);
-    void handle(const QByteArray &line);
-    void send(const QVector<LineFault::Portion> &portions);
-    /// Lets time pass until a line is there, at most so long.
-    void waitForLine(int waitMs);
-    void deliver();
 
-    FaultyBox m_box;
+    SimulatedBox m_box;
     QPointer<SimulatedLine> m_line;
-    int m_time = 0;
     bool m_plugged = true;
     bool m_outage = false;
-    std::deque<Portion> m_outgoing;
+    bool m_losesReply = false;
     QByteArray m_delivered;
     QByteArray m_receivedBytes;
     QStringList m_commands;
@@ -83,7 +64,7 @@ class SimulatedLine : public Line
     Q_OBJECT
 
 public:
-    SimulatedLine(const QString &portName, SimulatedPort &port);
+    SimulatedLine(const QString &portName, SimulatedPort &port) : Line(portName), m_port(port) {}
 
     bool open() override;
     void close() override;
@@ -92,8 +73,8 @@ public:
     bool write(const QByteArray &text, int waitMs) override;
     QByteArray readLine(int waitMs) override;
     qint64 bytesAvailable() const override { return m_port.m_delivered.size(); }
-    void discard() override;
-    void pause(int milliseconds) override;
+    void discard() override { m_port.m_delivered.clear(); }
+    void pause(int) override {}
     void tend() override;
 
     void lose();
