@@ -196,6 +196,7 @@ private slots:
         QCOMPARE(s.shown(0), int(s.port.box().rotor(0).position()));
         QCOMPARE(s.panel.digitalDisplay()->value(), s.shown(0));
         QVERIFY(s.antenna(0)->isRotating());
+        QCOMPARE(int(s.antenna(0)->angle()), s.shown(0));
         s.port.advance(60000);
         s.controller.monitore();
         QCOMPARE(s.antenna(0)->angle(), 200.0);

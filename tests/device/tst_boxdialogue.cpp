@@ -163,6 +163,13 @@ private slots:
         station.port.plugIn();
         QVERIFY(!controller.open("box"));
         QVERIFY(controller.close() && controller.open("box"));
+
+        // A line that is open but takes no orders would deliver them later.
+        station.port.heard();
+        station.port.setOutage(true);
+        controller.toggleRX(0);
+        controller.stop();
+        QCOMPARE(station.port.heard(), QString());
     }
 };
 

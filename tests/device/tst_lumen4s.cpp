@@ -32,15 +32,6 @@ private slots:
         QCOMPARE(button(3)->geometry(), QRect(272, 30, 60, 58));
         QCOMPARE(m_panel->txButtons().at(3)->geometry(), QRect(304, 35, 24, 20));
         QVERIFY(m_panel->powerIndicator()->isVisible() && !m_panel->sendIndicator()->isVisible());
-        for (int width : {-1, 0, 21, 176, 177})
-            m_device->relayoutPanel(width, 41);
-    }
-
-    void namesAreShownAsTyped()
-    {
-        m_device->antenna(2)->setName("&/North/A&B");
-        m_panel->relayout();
-        QCOMPARE(button(2)->text(), QString("&&\nNorth\nA&&B"));
     }
 
     void eachCaptionGrowsWithItsButtonAndGivesWayToItsOwnName()

@@ -30,18 +30,10 @@ private slots:
     {
         QTest::addColumn<QString>("program");
         QTest::addColumn<QString>("surroundings");
-        QTest::addColumn<QString>("files"); // that it leaves beside itself
         for (const char *program : {STACK_SWITCH, ROTATOR}) {
-            const auto row = [program](const char *surroundings, const char *files) {
+            for (const char *surroundings : {"new folder", "no home", "read-only folder", "damaged settings"})
                 QTest::addRow("%s, %s", qPrintable(QFileInfo(program).fileName()), surroundings)
-                    << QString(program) << QString(surroundings) << QString(files);
-            };
-            row("new folder", "VextralRemoteControl.ini");
-            row("no home", "VextralRemoteControl.ini");
-            row("read-only folder", "");
-            row("damaged settings", QT_VERSION_MAJOR >= 6 // which decodes the damaged value as nothing
-                                        ? "VextralRemoteControl.ini"
-                                        : "VextralRemoteControl.ini VextralRemoteControl.ini.unreadable");
+                    << QString(program) << QString(surroundings);
         }
     }
     void aProgramStartsAndEnds()
@@ -77,7 +69,12 @@ private slots:
                                         QRegularExpression::MultilineOption);
         QVERIFY2(said.contains(window), qPrintable(said));
 
-        QTEST(QDir(folder.filePath("bin")).entryList({"*.ini*"}, QDir::Files).join(' '), "files");
+        QStringList files{"VextralRemoteControl.ini"};
+        if (surroundings == "read-only folder")
+            files.clear();
+        if (surroundings == "damaged settings" && QT_VERSION_MAJOR < 6) // Qt 6 decodes the value
+            files << "VextralRemoteControl.ini.unreadable";
+        QCOMPARE(QDir(folder.filePath("bin")).entryList({"*.ini*"}, QDir::Files), files);
         const QString log = folder.filePath(".local/state/VextralRemoteControl/VextralRemoteControl0.txt");
         QCOMPARE(QFile::exists(log), surroundings != "no home");
         QVERIFY(QFile::setPermissions(folder.filePath("bin"),
