@@ -80,7 +80,9 @@ private slots:
     void aWindowThatGoesKeepsWhatWasTyped()
     {
         auto window = std::make_unique<Window>();
-        QVERIFY(editMemory(*window));
+        auto *clicked = window->get<CMemoryButton>("memoButton5");
+        QTest::mouseClick(clicked, Qt::LeftButton);
+        QVERIFY(editMemory(*window) && !clicked->isLongPressed());
         window.reset();
         QCOMPARE(CSettings().memories[3], QString("12"));
     }
