@@ -29,6 +29,17 @@ QString deviceBehind(const QString &portName)
 #endif
 }
 
+/// Whether the system has no such port. On Windows only an attempt to open it shows that.
+bool isMissing(const QString &portName)
+{
+#ifdef Q_OS_WIN
+    Q_UNUSED(portName)
+    return false;
+#else
+    return deviceBehind(portName).isEmpty();
+#endif
+}
+
 /// The system refuses a port that another program holds in the same words as one that may not be used; its
 /// node tells which.
 void explainRefusal(LineState &state, const QString &portName)
@@ -44,7 +55,7 @@ LineState stateOfFailedOpen(const QSerialPort &port)
     LineState state;
     state.kind = LineState::Kind::Failed;
     state.detail = port.errorString();
-    if (port.error() == QSerialPort::DeviceNotFoundError)
+    if (isMissing(port.portName()) || port.error() == QSerialPort::DeviceNotFoundError)
         state.kind = LineState::Kind::NoSuchPort;
     else if (port.error() == QSerialPort::PermissionError)
         explainRefusal(state, port.portName());
@@ -79,7 +90,8 @@ bool SerialLine::open()
 
 bool SerialLine::openPort()
 {
-    if (!m_port.open(QIODevice::ReadWrite))
+    // Each attempt to open a port writes a lock file through to the disk, even if there is no such port.
+    if (isMissing(portName()) || !m_port.open(QIODevice::ReadWrite))
         return false;
     m_port.setTextModeEnabled(true);
     m_deviceBehindPort = deviceBehind(portName());
