@@ -4,7 +4,7 @@
 build_packages=(g++ cmake ninja-build qtbase5-dev libqt5serialport5-dev libqt5svg5-dev fonts-dejavu-core)
 test_packages=(ser2net libhamlib-utils)
 display_packages=(xvfb openbox xdotool imagemagick)
-check_packages=(clang-format clang-tidy)
+check_packages=(ccache clang-format clang-tidy)
 qt6_packages=(qt6-base-dev qt6-serialport-dev qt6-svg-dev)
 
 is_installed() {
