@@ -183,6 +183,14 @@ private slots:
             QCOMPARE(CSettings().names[0], text);
         }
     }
+
+    void aConfigurationThatCannotBeKeptAsideStays()
+    {
+        saveConfiguration(1, "Beam");
+        write(SettingsFile::keptPath(1), QByteArray()); // a folder, over which nobody copies a file
+        QCOMPARE(SettingsFile::ofThisProgram().exchange(1, 2).relayBoxId, 2);
+        QCOMPARE(CSettings().relayBoxId, 1);
+    }
 };
 
 QTEST_GUILESS_MAIN(TestSettings)
