@@ -78,9 +78,12 @@ private slots:
         client.say("M 16 1\n");
         QCOMPARE(m_rotator->orders.join(' '), QString("100 0 stop 0 left right"));
 
-        // The answer is that of another client.
-        QCOMPARE(Client(*m_server).say("P 0 0\n"), QByteArray("RPRT 0\n"));
-        QCOMPARE(m_rotator->orders.size(), 7);
+        // Each of two clients repeats its own target.
+        Client other(*m_server);
+        client.say("P 10 0\n");
+        other.say("P 50 0\n");
+        client.say("P 10 0\n");
+        QCOMPARE(m_rotator->orders.mid(6).join(' '), QString("10 50"));
     }
 
     void withoutALineNothingIsOrdered()

@@ -60,8 +60,6 @@ public:
     }
     bool stop() override { return note("S"); }
 
-    using CVextralRemoteControl::isMonitoring;
-
     QList<CDeviceStatus> statuses{CDeviceStatus()};
     QList<double> angles{-1.0};
     /// What the next status read finds in the event loop.
