@@ -156,6 +156,10 @@ private slots:
         window.click("memoButton1");
         QCOMPARE(window.sent(), QString("K0 K0 M200"));
         QCOMPARE(window.litMemories(), QString("memoButton10"));
+        window.box()->rotateTo(77.0);
+        QCOMPARE(window.litMemories(), QString());
+        window.box()->rotateTo(200.0);
+        QCOMPARE(window.litMemories(), QString("memoButton10"));
         emit window.get<CMemoryButton>("memoButton10")->onMemoryValueChanged(30);
         window.box()->rotateTo(200.0);
         QCOMPARE(window.litMemories(), QString()); // it holds something else now
