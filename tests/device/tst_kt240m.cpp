@@ -2,15 +2,12 @@
 #include "antenna/vextralantenna.h"
 #include "app/resources.h"
 #include "settings/settingsfile.h"
-#include "support/motionwalk.h"
 #include "support/rotatorstation.h"
 #include "widgets/map/vextralazimuthalwidget.h"
 
 #include <QDialog>
 #include <QElapsedTimer>
 #include <QSpinBox>
-
-#include <random>
 
 class TestKT240M : public QObject
 {
@@ -21,52 +18,8 @@ private slots:
 
     void theRotatorObeys_data()
     {
-        QTest::addColumn<QString>("dialogue");
+        QTest::addColumn<QString>("dialogue"); // numbers are polled azimuths
         const char *rows[][2] = {
-            {"a stop runs out clockwise", "345; 350; STOP -> M360 [STOP]"},
-            {"a stop runs out counter-clockwise",
-             "15; 10; STOP -> M000 [STOP]; 9.5 [STOP]; STOP -> M350 [STOP]"},
-            {"a stop after a pass through north",
-             "0; 180; STOP -> M170 [STOP]; 0 [STOP]; STOP -> M010 [STOP]; 179.5 [STOP]; STOP -> M189 [STOP]"},
-            {"only another whole degree is a rotation", "10.2; 10.9; STOP; 11; STOP -> M021 [STOP]; 11.5"},
-            {"STOP brakes after a reading that no compass has",
-             "100; 105; 999; STOP -> S [STOP]; 105 [STOP]; 105"},
-            {"STOP forgets a change of direction",
-             "100; CCW -> L [CCW]; 95 [CCW]; CW -> M085 [CW]; -1 [CW]; STOP -> S [STOP]; 90; 90"},
-            {"STOP brakes after a failed reading", "100; 105; -1; STOP -> S [STOP]; 106; 106"},
-            {"a rotor that does not follow", "100; 100; 100; 100; CW -> R [CW]; 100 [CW]; 100 [CW]; 100"},
-            {"a new target gives it more time",
-             "100; CW -> R [CW]; 100 [CW]; 100 [CW]; dial 200 -> M200 [CW]; 100 [CW]; 100 [CW]; 100"},
-            {"CW, then STOP", "100; CW -> R [CW]; 106 [CW]; STOP -> M116 [STOP]; 116 [STOP]; 116"},
-            {"STOP, then CW", "100; 105; STOP -> M115 [STOP]; CW -> M115 [CW]; 112 [CW]; 112 -> R [CW]"},
-            {"a button held longer than the rotation",
-             "100; press CW -> R [CW]; 106 [CW]; 106; release CW [CW]; 106 [CW]; 106"},
-            {"a target reached", "100; dial 200 -> M200; 150; 200; 200; 205; 205"},
-            {"the rotor stops on the waiting target",
-             "100; 105; dial 115 -> M115 [STOP]; 115.9 [STOP]; 115.9; 120; 120"},
-            {"a target not reached is sent again until STOP",
-             "100; dial 200 -> M200; 150; 150 -> M200; 160; STOP -> M170 [STOP]; 165 [STOP]; 165"},
-            {"the digital display's target goes out at once",
-             "100; 105; display 300 -> M115 M300 [STOP]; 110 [STOP]; 300 [STOP]; 300"},
-            {"the digital display's target is where the rotor stopped",
-             "100; 105; display 105 -> M115 M105 [STOP]; 105 [STOP]; 105 [STOP]; 105"},
-            {"a kept target is sent after a manual rotation",
-             "100; dial 200 -> M200; 110; CCW -> M120 [CCW]; 115 [CCW]; 115 -> L M200 [CCW]"},
-            {"a new target replaces a waiting direction",
-             "100; 105; CW -> M115 [CW]; 110 [CW]; dial 200 -> M120 [STOP]; 110 -> M200"},
-            {"a waiting direction is kept until the next soft stop",
-             "100; 105; CW -> M115 [CW]; 105 -> R [CW]; 110 [CW]; 110 -> R [CW]; 115 [CW]; "
-             "STOP -> M125 [STOP]; 120 [STOP]; 120"},
-            {"STOP before a movement is seen forgets a waiting direction",
-             "100; 105; CW -> M115 [CW]; 105 -> R [CW]; STOP; 110; 110"},
-            {"STOP before a movement is seen forgets a target", "100; dial 200 -> M200; STOP; 150; 150"},
-            {"a reading that fails at rest sends nothing of what is kept",
-             "100; 105; CW -> M115 [CW]; 105 -> R [CW]; dial 200 -> M200 [CW]; -1 [CW]; 105; -1; -1; 105"},
-            {"a reading that fails in the middle of a turn",
-             "100; dial 200 -> M200; 105; -1; 115 -> M200; 125"},
-            {"a direction asked for while a reading fails", "100; 100; -1; CW -> S [CW]; 100 -> R [CW]"},
-            {"a target asked for while a reading fails", "100; 100; -1; dial 200 -> S; 100 -> M200"},
-
             {"a dial that is dragged sends once",
              "100; hold; drag 20 (120); 101 (120); drag 30 (130); drop 30 -> M111 [STOP]; 101 -> M130; 105"},
             {"a dial that is brought back sends nothing",
@@ -189,19 +142,6 @@ private slots:
         station.panel->resize(400, 100);
         QCOMPARE(station.display->geometry(), QRect(QPoint(230, 5), QPoint(388, 49)));
         QCOMPARE(station.shown<CAntennaButton>("STOP")->geometry(), QRect(QPoint(80, 15), QPoint(148, 89)));
-    }
-
-    void nothingUnaskedHappensOnARandomWalk()
-    {
-        // For a longer one: MOTION_STEPS=1000000
-        const int steps =
-            qEnvironmentVariableIsSet("MOTION_STEPS") ? qEnvironmentVariableIntValue("MOTION_STEPS") : 10000;
-        std::mt19937 random(12);
-        MotionWalk walk;
-        for (int i = 0; i < steps; ++i) {
-            const char *failure = walk.step(random(), random());
-            QVERIFY2(!failure, qPrintable(QString("%1, in step %2").arg(failure).arg(i)));
-        }
     }
 
     void theOnlyRotorIsRotorZeroInTheSettingsToo()

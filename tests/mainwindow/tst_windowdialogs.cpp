@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "antenna/vextralantennaui.h"
 #include "app/resources.h"
+#include "mainwindow/closerequests.h"
 #include "settings/settings.h"
 #include "support/scriptedwindow.h"
 #include "widgets/antennabutton.h"
@@ -10,6 +11,8 @@
 
 #include <QtTest>
 #include <QtWidgets>
+
+#include <memory>
 
 using Box = ScriptedBox;
 using Window = ScriptedWindow;
@@ -41,6 +44,23 @@ private slots:
         dialog->reject();
         QVERIFY(window.map()->interfaceMode() != 1);
         QVERIFY(window.get<QWidget>("tabWidgetFrame")->isAncestorOf(tabs));
+    }
+
+    void eachWindowKeepsItsOwnTabs()
+    {
+        for (const bool firstGoes : {true, false}) {
+            auto first = std::make_unique<Window>(); // whose dialog the second borrows
+            auto second = std::make_unique<Window>();
+            QVERIFY(QMetaObject::invokeMethod(second.get(), "onShowSettingsDialog"));
+            std::unique_ptr<Window> &going = firstGoes ? first : second;
+            Window &staying = firstGoes ? *second : *first;
+            going.reset();
+            QPointer<QTabWidget> tabs = staying.get<QTabWidget>("tabWidget");
+            QVERIFY(tabs && tabs->count() == 4);
+            QVERIFY(QMetaObject::invokeMethod(&staying, "onShowSettingsDialog"));
+            QVERIFY(staying.get<QDialog>("CSettingsDIalog")->isAncestorOf(tabs));
+            QCOMPARE(tabs->count(), 4);
+        }
     }
 
     void anotherRelayBoxBringsItsConfiguration()
@@ -128,6 +148,23 @@ private slots:
         QVERIFY(!window.close()); // the dialog is in the way, and comes to the front
         QVERIFY(window.isVisible());
         QTRY_VERIFY(dialog->isActiveWindow());
+
+        // The window system's request, of which Qt tells nothing while the dialog blocks the window.
+        QDialog other;
+        other.show();
+        const auto isInFrontAfter = [&](const CloseRequests::ClientMessage &message) {
+            other.activateWindow();
+            CloseRequests::Result result = 0;
+            auto copy = message;
+            return QTest::qWaitFor([&other] { return QApplication::activeWindow() == &other; })
+                && !QAbstractEventDispatcher::instance()->filterNativeEvent("xcb_generic_event_t", &copy,
+                                                                            &result)
+                && QTest::qWaitFor([dialog] { return QApplication::activeWindow() == dialog; }, 500);
+        };
+        const auto id = quint32(window.winId());
+        QVERIFY(isInFrontAfter({33, 32, 0, id, 1, 2, 3, {0, 0, 0}}));
+        QVERIFY(!isInFrontAfter({33, 32, 0, id, 1, 2, 3, {id, 0, 0}})); // asks whether the program is alive
+        other.close();
         dialog->reject();
         window.activateWindow();
         QTRY_COMPARE(QApplication::activeWindow(), &window);
@@ -199,6 +236,29 @@ private slots:
         QCOMPARE(CSettings().radioNames[0], QString("Two\nlines 4"));
         QTest::keyClick(name, Qt::Key_Return); // the field shows the new name
         QVERIFY(CSettings().names[1].contains("lines 1"));
+    }
+
+    void labelsBeyondThoseInTheSettingsAreShownOnly()
+    {
+        Window window([](Box &box) {
+            box.labelEditor = true;
+            box.antennaTotal = 12;
+            const CSettings settings;
+            box.createAntennas(&settings);
+        });
+        window.press("Ctrl+F6");
+        auto *dialog = window.get<QDialog>("CAntennaLabelEditorDialog");
+        const auto copies = dialog->findChildren<CAntennaButton *>();
+        QCOMPARE(copies.size(), 12);
+        const QString eleventh = window.antenna(10)->name();
+        for (int copy : {9, 10}) {
+            copies[copy]->click();
+            dialog->findChild<QPlainTextEdit *>()->setPlainText(QString("Far %1").arg(copy));
+        }
+        dialog->accept();
+        QCOMPARE(window.antenna(9)->name(), QString("Far 9"));
+        QCOMPARE(window.antenna(10)->name(), eleventh);
+        QCOMPARE(CSettings().memories[0], QString("M1"));
     }
 };
 

@@ -30,6 +30,7 @@ public:
         return status;
     }
 
+    int antennaCount() override { return antennaTotal; }
     int rotorCount() override { return m_rotors; }
     int radioCount() override { return radios; }
     bool capabilityI() override { return labelEditor; }
@@ -66,6 +67,7 @@ public:
     std::function<void()> duringStatus;
     QStringList sent;
     QStringList openedPorts;
+    int antennaTotal = 4;
     int radios = 0;
     bool labelEditor = false;
     bool mapSupport = true;

@@ -6,7 +6,9 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 
-/// Debian's serial-to-network server, serving one device over TCP on this machine a moment later.
+#include <csignal>
+
+/// Debian's serial-to-network server, serving one device over TCP on this machine.
 class Ser2Net
 {
 public:
@@ -22,16 +24,25 @@ public:
                        .arg(port)
                        .arg(device)
                        .toUtf8());
-        file.close();
-        m_process.start(program(), {"-n", "-c", file.fileName()});
+        m_process.setProgram(program());
+        m_process.setArguments({"-n", "-c", file.fileName()});
     }
-    ~Ser2Net()
+    ~Ser2Net() { stop(); }
+
+    /// It serves a moment later.
+    void start() { m_process.start(); }
+    void stop()
     {
+        if (m_process.state() == QProcess::NotRunning)
+            return;
+        setStopped(false);
         m_process.terminate();
         if (!m_process.waitForFinished(5000))
             m_process.kill();
         m_process.waitForFinished(5000);
     }
+    /// Keeps the process from running although the system goes on taking connections and bytes for it.
+    void setStopped(bool stopped) { kill(pid_t(m_process.processId()), stopped ? SIGSTOP : SIGCONT); }
 
 private:
     static QString program()

@@ -43,8 +43,10 @@ std::unique_ptr<BoxLine> makeLine(SimulatedBox::Model model)
 Station::Station(SimulatedBox::Model model) : m_line(makeLine(model)), line(*m_line), m_model(model)
 {
     line.start();
-    if (qgetenv("VEXTRAL_LINE") == "ser2net")
-        m_server = std::make_unique<Ser2Net>(tcpPort(), terminalLink());
+    if (qgetenv("VEXTRAL_LINE") == "ser2net") {
+        server = std::make_unique<Ser2Net>(tcpPort(), terminalLink());
+        server->start();
+    }
 }
 
 QString Station::portName()

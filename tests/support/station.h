@@ -67,10 +67,10 @@ public:
 
 private:
     std::unique_ptr<BoxLine> m_line;
-    std::unique_ptr<Ser2Net> m_server; // with "ser2net" only
 
 public:
     BoxLine &line;
+    std::unique_ptr<Ser2Net> server; // with "ser2net" only
     std::unique_ptr<CMainWindow> window;
 
 private:
