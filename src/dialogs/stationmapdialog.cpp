@@ -43,7 +43,7 @@ CStationMapDialog::CStationMapDialog(QString mapPath, QWidget *parent)
     : QDialog(parent), m_mapPath(std::move(mapPath)), m_drawer(new StationMapDrawer(this)),
       m_locator(createField("locatorEdit")), m_latitude(createField("latitudeEdit")),
       m_longitude(createField("longitudeEdit")), m_caption(createField("captionEdit")),
-      m_preview(new QLabel(tr("Your map shows here."))), m_status(new QLabel),
+      m_preview(new QLabel(tr("Your map is shown here."))), m_status(new QLabel),
       m_buttons(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel))
 {
     setWindowTitle(tr("Map of My Station"));

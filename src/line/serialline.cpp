@@ -36,7 +36,7 @@ bool isMissing(const QString &portName)
     Q_UNUSED(portName)
     return false;
 #else
-    return deviceBehind(portName).isEmpty();
+    return portName.isEmpty() || deviceBehind(portName).isEmpty();
 #endif
 }
 
@@ -47,7 +47,8 @@ void explainRefusal(LineState &state, const QString &portName)
     const QFileInfo node(portNodePath(portName));
     const bool mayUse = !node.exists() || (node.isReadable() && node.isWritable());
     state.kind = mayUse ? LineState::Kind::Busy : LineState::Kind::NoPermission;
-    state.group = mayUse ? QString() : node.group();
+    if (!mayUse && node.permission(QFileDevice::ReadGroup | QFileDevice::WriteGroup))
+        state.group = node.group();
 }
 
 LineState stateOfFailedOpen(const QSerialPort &port)

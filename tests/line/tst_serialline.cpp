@@ -84,6 +84,7 @@ private slots:
         };
         QCOMPARE(told("/nowhere/ttyS9"), QString("There is no serial port \"/nowhere/ttyS9\"."
                                                  " Choose another one under File, Preferences."));
+        QCOMPARE(told(""), QString("No serial port is chosen. Choose one under File, Preferences."));
         QFile plain(m_folder.filePath("plain"));
         QVERIFY(plain.open(QIODevice::WriteOnly));
         QVERIFY2(told(plain.fileName()).startsWith(plain.fileName() + " could not be opened: "),

@@ -24,8 +24,7 @@ private slots:
             return QTest::qWaitFor(isPrinted, patienceMs);
         };
         QVERIFY2(prints("Type help"), qPrintable(printed));
-        const QString port =
-            printed.section('"', 1, 1).section(':', -1); // of comPortName="tcp://localhost:PORT"
+        const QString port = printed.section(" (", 0, 0).section(':', -1); // of tcp://localhost:PORT
         box.write("angle 123\nerror\n");
         QVERIFY(prints("Done: error"));
         QTcpSocket program;

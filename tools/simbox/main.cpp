@@ -7,7 +7,6 @@
 #include <QCoreApplication>
 #include <QDateTime>
 
-#include <cctype>
 #include <cstdio>
 
 namespace {
@@ -41,32 +40,15 @@ void prepare(BoxLine &line, const BoxOptions &options)
     });
 }
 
-/// A text as a settings file holds it. What is not plain ASCII is escaped, and so is a digit that would count
-/// with an escape.
-QString settingsValue(const QString &text)
-{
-    QString value;
-    bool afterEscape = false;
-    for (const QChar letter : text) {
-        const ushort code = letter.unicode();
-        const bool plain = code >= ' ' && code <= '~' && code != '"' && code != '\\'
-                        && !(afterEscape && std::isxdigit(code));
-        value += plain ? QString(letter) : QStringLiteral("\\x%1").arg(uint(code), 0, 16);
-        afterEscape = !plain;
-    }
-    return QLatin1Char('"') + value + QLatin1Char('"');
-}
-
 void introduce(const BoxLine &line, const BoxOptions &options)
 {
     const bool isRotator = options.model == SimulatedBox::Model::Rotator;
-    show(QStringLiteral("A simulated %1 answers on %2 (%3).\n"
-                        "To use it, put this line into VextralRemoteControl.ini beside the program, then "
-                        "start the program:\n"
-                        "    comPortName=%4\n"
-                        "Type help for what can be done to the box, quit to end it.")
+    show(QStringLiteral(
+             "A simulated %1 answers on %2 (%3).\n"
+             "To use it, type %2 as serial port under File, Preferences, and start the program again.\n"
+             "Type help for what can be done to the box, quit to end it.")
              .arg(isRotator ? QStringLiteral("rotator") : QStringLiteral("stack switch"), line.portName(),
-                  line.place(), settingsValue(line.portName())));
+                  line.place()));
 }
 
 void obey(BoxOrders &orders, const QString &order)
