@@ -59,9 +59,7 @@ private slots:
         process.setProcessEnvironment(environment);
         process.start(copy, QStringList());
         QVERIFY(process.waitForFinished());
-        QString errors = QString::fromUtf8(process.readAllStandardError());
-        errors.remove(QRegularExpression("==\\d+==WARNING: AddressSanitizer failed to allocate [^\n]*\n"));
-        QCOMPARE(errors, QString());
+        QCOMPARE(QString::fromUtf8(process.readAllStandardError()), QString());
         QCOMPARE(process.exitStatus(), QProcess::NormalExit);
         QCOMPARE(process.exitCode(), 0);
         const QString said = QString::fromUtf8(process.readAllStandardOutput());
@@ -72,7 +70,7 @@ private slots:
         QStringList files{"VextralRemoteControl.ini"};
         if (surroundings == "read-only folder")
             files.clear();
-        if (surroundings == "damaged settings" && QT_VERSION_MAJOR < 6) // Qt 6 decodes the value
+        if (surroundings == "damaged settings")
             files << "VextralRemoteControl.ini.unreadable";
         QCOMPARE(QDir(folder.filePath("bin")).entryList({"*.ini*"}, QDir::Files), files);
         const QString log = folder.filePath(".local/state/VextralRemoteControl/VextralRemoteControl0.txt");
