@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/log.h"
-#include "app/program.h"
 #include "app/resources.h"
 #include "device/devicekt240m.h"
 #include "device/devicelumen4s.h"
-#include "firstpaint.h"
 #include "mainwindow/currentobjects.h"
 #include "mainwindow/mainwindow.h"
 #include "settings/settings.h"
@@ -318,9 +316,9 @@ enum Window { StackSwitch, Rotator, Texts, RasterWindow, PlainWindow, windowCoun
 std::unique_ptr<Process> startWindow(const QString &platform, Window window)
 {
     const char *const arguments[windowCount] = {"--switch", "--rotator", "--texts", "--raster", "--plain"};
-    const QString own = QCoreApplication::applicationFilePath();
-    const QString empty = QCoreApplication::applicationDirPath() + QStringLiteral("/bench_emptywindow");
-    return std::make_unique<Process>(platform, window <= Rotator ? own : empty,
+    const char *const program = window <= Rotator ? "/bench_programwindow" : "/bench_emptywindow";
+    return std::make_unique<Process>(platform,
+                                     QCoreApplication::applicationDirPath() + QLatin1String(program),
                                      QStringList(QLatin1String(arguments[window])));
 }
 
@@ -380,25 +378,10 @@ void measureIdleLoad()
                 (running->cpuSeconds() - before) * 100 / idleSeconds);
 }
 
-/// The whole program, which prints a line when its window has been painted.
-int runMeasured(int argc, char *argv[], bool isRotator)
-{
-    return runProgram(argc, argv, [isRotator](const CSettings &settings) -> CVextralRemoteControl * {
-        qApp->installEventFilter(new FirstPaint(qApp));
-        if (isRotator)
-            return new CDeviceKT240M(settings);
-        return new CDeviceLumen4S(settings);
-    });
-}
-
 } // namespace
 
 int main(int argc, char *argv[])
 {
-    const QByteArray first = argc > 1 ? argv[1] : "";
-    if (first == "--switch" || first == "--rotator")
-        return runMeasured(argc, argv, first == "--rotator");
-
     QApplication application(argc, argv);
     initResources();
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
