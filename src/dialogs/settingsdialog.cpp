@@ -5,6 +5,7 @@
 #include "settings/interfacemode.h"
 #include "settings/settings.h"
 #include "ui_settingsdialog.h"
+#include "widgets/latestyle.h"
 
 #include <QDialogButtonBox>
 #include <QKeyEvent>
@@ -32,6 +33,7 @@ std::array<QRadioButton *, interfaceModes.size()> modeButtonsOf(const Ui::CSetti
 CSettingsDIalog::CSettingsDIalog(QWidget *parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::CSettingsDIalog>())
 {
+    new LateStyle(this);
     m_ui->setupUi(this);
     showEditorArea(false);
     connect(this, &QDialog::accepted, this, &CSettingsDIalog::onAccepted);
