@@ -336,7 +336,7 @@ void measureStarts(const QString &platform, const char *wantedStart, const char 
                 QCoreApplication::applicationDirPath() + QStringLiteral("/AzimuthalMap.png"));
     std::vector<double> starts[windowCount];
     double megabytes[windowCount] = {};
-    constexpr int rounds = 25;
+    constexpr int rounds = 50;
     // In turns, so that a machine that slows down meanwhile slows all of them.
     for (int i = 0; i < rounds; ++i) {
         for (int window = 0; window < windowCount; ++window) {
