@@ -65,14 +65,6 @@ void placeAll(const QList<Button *> &buttons, const std::vector<QRect> &places)
         buttons[i]->setGeometry(places[i]);
 }
 
-void fitCaptions(const QList<CAntennaButton *> &buttons)
-{
-    for (CAntennaButton *button : buttons) {
-        const int growing = std::min(button->width(), button->height()) / captionsInAButton;
-        button->fitCaption(std::clamp(growing, usualCaption, largestCaption));
-    }
-}
-
 /// Entry of a status array for a button's position; the arrays are shorter than a list may be.
 template <std::size_t size>
 bool flagAt(const bool (&flags)[size], int index)
@@ -170,6 +162,12 @@ void CVextralRemoteControlWidget::resizeEvent(QResizeEvent *event)
     relayout();
 }
 
+void CVextralRemoteControlWidget::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    fitCaptions();
+}
+
 void CVextralRemoteControlWidget::relayout()
 {
     if (!m_controller)
@@ -183,8 +181,17 @@ void CVextralRemoteControlWidget::relayout()
     } else {
         place(PanelGeometry::inRows(size(), m_traits));
     }
-    fitCaptions(m_antennaButtons);
-    fitCaptions(m_radioButtons);
+    // It takes time to find the fonts, and an unseen panel may not have its size yet.
+    if (isVisible())
+        fitCaptions();
+}
+
+void CVextralRemoteControlWidget::fitCaptions()
+{
+    for (CAntennaButton *button : m_antennaButtons + m_radioButtons) {
+        const int growing = std::min(button->width(), button->height()) / captionsInAButton;
+        button->fitCaption(std::clamp(growing, usualCaption, largestCaption));
+    }
 }
 
 void CVextralRemoteControlWidget::place(const PanelGeometry &geometry)

@@ -99,6 +99,7 @@ protected:
     bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
+    void showEvent(QShowEvent *event) override;
 
 private slots:
     void onAntennaButtonStatusChange();
@@ -109,6 +110,7 @@ private:
     void createButtons();
     void createIndicators();
     void createLabels();
+    void fitCaptions();
     bool showIndicatorToolTip(const QHelpEvent &event);
 
     bool m_exclusiveAntennas = true;
