@@ -15,6 +15,7 @@
 #include <QPainter>
 #include <QSignalBlocker>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -211,7 +212,9 @@ void CVextralAntennaUI::stepRotor(int step)
     if (!m_antenna)
         return;
     const int rotorCount = m_antenna->controller() ? m_antenna->controller()->rotorCount() : 0;
-    const int index = m_ui->rotorSelector->currentIndex() + step;
+    int index = m_ui->rotorSelector->currentIndex() + step;
+    if (step < 0)
+        index = std::min(index, rotorCount - 1);
     if (index < -1 || index >= rotorCount)
         return;
     m_ui->rotorSelector->setCurrentIndex(index);
@@ -223,24 +226,29 @@ void CVextralAntennaUI::onTargetAngleValueChanged(int value)
     if (!m_antenna || !m_antenna->map())
         return;
     m_antenna->map()->setCurrentAntenna(m_antenna);
-    if (!m_targetBeforePreview && m_antenna->isRotorConnected())
-        m_targetBeforePreview = m_antenna->target();
+    const double present = m_antenna->target();
+    if (!m_antenna->isRotorConnected())
+        m_preview.reset();
+    else if (!m_preview || m_preview->shown != present)
+        m_preview = Preview{present, present};
     m_antenna->map()->doChangeTargetAngleValue(value);
+    if (m_preview)
+        m_preview->shown = m_antenna->target();
 }
 
 void CVextralAntennaUI::takePreviewBack()
 {
-    const std::optional<double> before = std::exchange(m_targetBeforePreview, std::nullopt);
+    const std::optional<Preview> preview = std::exchange(m_preview, std::nullopt);
     // The antenna may have been given another target meanwhile.
-    if (!before || !m_antenna || !m_antenna->map() || m_antenna->target() != m_ui->turnToSpinBox->value())
+    if (!preview || !m_antenna || !m_antenna->map() || m_antenna->target() != preview->shown)
         return;
-    m_antenna->setTarget(*before);
+    m_antenna->setTarget(preview->before);
     m_antenna->map()->update();
 }
 
 void CVextralAntennaUI::onTargetConfirm()
 {
-    m_targetBeforePreview.reset();
+    m_preview.reset();
     if (!m_antenna || !m_antenna->map())
         return;
     const int value = m_ui->turnToSpinBox->value();
@@ -306,7 +314,7 @@ void CVextralAntennaUI::finishName(bool keep)
 void CVextralAntennaUI::giveUp()
 {
     m_ui->colorWidget->abandonChoice();
-    m_targetBeforePreview.reset();
+    m_preview.reset();
 }
 
 void CVextralAntennaUI::on_enabledCheckBox_clicked(bool checked)

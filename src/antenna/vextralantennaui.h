@@ -61,6 +61,13 @@ private slots:
     void on_enabledCheckBox_clicked(bool checked);
 
 private:
+    /// Targets of the antenna in degrees, negative where it has none.
+    struct Preview
+    {
+        double before;
+        double shown;
+    };
+
     void showName();
     void showTurnTo(int degrees);
     /// The tool tip of "Turn to": how to use it, or why it turns nothing.
@@ -73,6 +80,6 @@ private:
 
     QPointer<CVextralAntenna> m_antenna;
     std::unique_ptr<Ui::Form> m_ui;
-    /// The antenna's target before degrees were typed, until they are confirmed.
-    std::optional<double> m_targetBeforePreview;
+    /// Degrees that were typed into "Turn to", until they are confirmed.
+    std::optional<Preview> m_preview;
 };

@@ -111,7 +111,12 @@ private slots:
             {[&] { fields(0).name->setFocus(); }, 45.0},
             {[&] { m_tabs->setCurrentIndex(1); }, 45.0},
             {[&] { QTest::keyClick(fields(0).turnTo, Qt::Key_Return); }, 90.0},
-            {[&] { antenna->setTarget(200.0); }, 200.0}}; // somebody else's
+            {[&] { antenna->setTarget(200.0); }, 200.0}, // somebody else's
+            {[&] {
+                 antenna->setTarget(200.0);
+                 retype(fields(0).turnTo, "91");
+             },
+             200.0}};
         for (const auto &[leave, target] : rows) {
             m_tabs->setCurrentIndex(0);
             antenna->setTarget(45.0);
@@ -162,6 +167,19 @@ private slots:
         QTest::keyClick(dialog, Qt::Key_Return);
         QCOMPARE(antenna->color(), QColor(Qt::green));
         QCOMPARE(saved(), QStringList{"Color_2=4278255360"});
+    }
+
+    void aRotorThatTheBoxLacksIsLeftWithTheKeyboardToo()
+    {
+        open(1);
+        m_tabs->setCurrentIndex(1);
+        m_box->antenna(1)->setRotorId(2);
+        m_box->antenna(1)->refreshEditor();
+        fields(1).rotor->setFocus();
+        for (int rotor : {0, -1, -1}) {
+            QTest::keyClick(fields(1).rotor, Qt::Key_Left);
+            QCOMPARE(m_box->antenna(1)->rotorId(), rotor);
+        }
     }
 
 private:
