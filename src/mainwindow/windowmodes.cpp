@@ -74,6 +74,7 @@ void WindowModes::apply(int mode)
     // Another relay box is no reason to take the window out of full screen.
     const bool keepsState = isSameMode && (m_window->windowState() & otherStates);
     if (size.isValid() && !keepsState) {
+        m_sizeWhenNormal = QSize();
         m_window->setWindowState(m_window->windowState() & ~otherStates);
         resizeSettled(size);
     }
@@ -131,7 +132,10 @@ void WindowModes::followResize()
 
 void WindowModes::followState(Qt::WindowStates before)
 {
-    if ((before & enlargedStates) && hasNormalSize()) {
+    if (hasNormalSize() && m_sizeWhenNormal.isValid()) {
+        m_doubtfulSize = QSize();
+        resizeSettled(std::exchange(m_sizeWhenNormal, QSize()));
+    } else if ((before & enlargedStates) && hasNormalSize()) {
         m_doubtfulSize = QSize();
         storeSize(m_window->size());
     } else if (!(before & otherStates) && (m_window->windowState() & enlargedStates)
@@ -166,7 +170,7 @@ void WindowModes::openProperties()
 {
     if (!m_form.propertiesFrame->isHidden())
         return;
-    m_sizeWithoutProperties = hasNormalSize() ? m_window->size() : QSize();
+    m_sizeWithoutProperties = hasNormalSize() ? m_window->size() : std::exchange(m_sizeWhenNormal, QSize());
     m_form.propertiesFrame->setMinimumWidth(propertiesPanelWidth);
     m_form.propertiesFrame->show();
     m_form.propertiesButton->setEnabled(false);
@@ -178,8 +182,14 @@ void WindowModes::closeProperties()
     if (m_form.propertiesFrame->isHidden())
         return;
     hidePropertiesFrame();
-    if (m_sizeWithoutProperties.isValid())
+    if (!m_sizeWithoutProperties.isValid())
+        return;
+    if (hasNormalSize()) {
         resizeSettled(m_sizeWithoutProperties);
+        return;
+    }
+    m_sizeWhenNormal = m_sizeWithoutProperties;
+    storeSize(m_sizeWhenNormal);
 }
 
 void WindowModes::hidePropertiesFrame()

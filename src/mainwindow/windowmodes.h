@@ -67,4 +67,7 @@ private:
     QSize m_doubtfulSize;
     /// The size before the properties panel was opened.
     QSize m_sizeWithoutProperties;
+    /// The size to take when the window is no longer maximised, minimised or full-screen, because the
+    /// properties panel was closed meanwhile.
+    QSize m_sizeWhenNormal;
 };

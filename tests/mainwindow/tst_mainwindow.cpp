@@ -91,19 +91,33 @@ private slots:
     /// The state and the size as a window manager reports them.
     void onlyASizeThatTheOperatorChoseIsKept()
     {
-        for (auto state : {Qt::WindowMaximized, Qt::WindowMinimized, Qt::WindowFullScreen}) {
-            Window window;
-            const QSize size = window.size();
-            window.setWindowState(state);
-            QCoreApplication::processEvents();
-            QVERIFY(window.windowState() & state);
-            for (const char *button : {"propertiesButton", "hidePropertiesButton"}) {
-                window.click(button);
-                QCoreApplication::processEvents();
+        for (const auto state : {Qt::WindowMaximized, Qt::WindowMinimized, Qt::WindowFullScreen}) {
+            for (const bool isPanelFirst : {false, true}) {
+                Window window;
+                const QSize size = window.size();
+                const auto enter = [&window](Qt::WindowState entered) {
+                    window.setWindowState(entered);
+                    QCoreApplication::processEvents();
+                    return window.windowState() == entered;
+                };
+                if (isPanelFirst)
+                    window.click("propertiesButton");
+                QVERIFY(enter(state));
+                if (state != Qt::WindowMinimized) { // in which nothing can be clicked
+                    window.click("propertiesButton");
+                    window.click("hidePropertiesButton");
+                    QCoreApplication::processEvents();
+                    QCOMPARE(CSettings().extendedSize, size);
+                }
+                QVERIFY(enter(Qt::WindowNoState));
+                window.click("hidePropertiesButton");
+                QCOMPARE(window.size(), size);
+
+                window.click("propertiesButton");
+                QVERIFY(enter(state));
+                window.close();
+                QCOMPARE(CSettings().extendedSize, size);
             }
-            QCOMPARE(CSettings().extendedSize, size);
-            window.close();
-            QCOMPARE(CSettings().extendedSize, size);
         }
     }
 
