@@ -49,6 +49,11 @@ private slots:
         QCOMPARE(button(0)->font().pixelSize(), 11);
         QCOMPARE(captionSize(3, {1254, 300}), 22);
         QCOMPARE(button(3)->toolTip(), QString("RX4"));
+
+        m_panel->hide();
+        m_panel->resize(418, 100);
+        m_panel->show();
+        QCOMPARE(button(3)->toolTip(), QString("Beverage/Nordnordost\nRX4"));
     }
 
     void antennasAreCombinedByClicksAlsoUnderTheTitle()
