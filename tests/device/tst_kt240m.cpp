@@ -120,8 +120,9 @@ private slots:
     {
         RotatorStation station;
         const CVextralAntenna *antenna = station.rotator->antenna(0);
+        QVERIFY(!antenna->isReadingKnown());
         station.play("350; 355; 2");
-        QVERIFY(antenna->isRotating());
+        QVERIFY(antenna->isReadingKnown() && antenna->isRotating());
         QCOMPARE(antenna->rotation(), 355.0);
         station.poll(2);
         QVERIFY(!antenna->isRotating() && !station.rotator->azimuthalWidget()->isAnimating());
