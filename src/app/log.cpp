@@ -9,6 +9,7 @@
 #include <QFileInfo>
 #include <QLoggingCategory>
 #include <QMutexLocker>
+#include <QStringBuilder>
 #include <QThread>
 
 #include <memory>
@@ -52,10 +53,10 @@ void occupyStandardStreams()
 QByteArray millisecondsText(int milliseconds)
 {
     const QByteArray padded = QByteArray::number(1000 + milliseconds).mid(1);
-    QByteArray fraction = padded;
-    while (fraction.size() > 1 && fraction.endsWith('0'))
-        fraction.chop(1);
-    return padded + fraction;
+    int kept = int(padded.size());
+    while (kept > 1 && padded[kept - 1] == '0')
+        --kept;
+    return padded + padded.left(kept);
 }
 
 QLoggingCategory::CategoryFilter systemFilter = nullptr;
@@ -135,7 +136,7 @@ void CLog::write(const char *message)
     const QMutexLocker locker(&m_mutex);
     const auto thread = reinterpret_cast<quintptr>(QThread::currentThread());
     QByteArray line =
-        timeStamp() + QByteArray::number(quint64(thread)) + " - " + QString::fromLatin1(message).toUtf8();
+        timeStamp() % QByteArray::number(quint64(thread)) % " - " % QString::fromLatin1(message).toUtf8();
     m_fileSize += int(line.size());
     if (m_fileSize > largestFileWhileWriting)
         advanceToNextFile();
@@ -157,7 +158,7 @@ QByteArray CLog::timeStamp()
         const QDateTime time = QDateTime::fromSecsSinceEpoch(m_second);
         m_secondText = time.toString(QStringLiteral("dd/MM/yyyy hh:mm:ss - ")).toUtf8();
     }
-    return m_secondText + millisecondsText(int(now % 1000)) + " -";
+    return m_secondText % millisecondsText(int(now % 1000)) % " -";
 }
 
 void CLog::takeBack(const QByteArray &line)
