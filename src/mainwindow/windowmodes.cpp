@@ -170,7 +170,8 @@ void WindowModes::openProperties()
 {
     if (!m_form.propertiesFrame->isHidden())
         return;
-    m_sizeWithoutProperties = hasNormalSize() ? m_window->size() : std::exchange(m_sizeWhenNormal, QSize());
+    m_sizeWithoutProperties = hasNormalSize() ? m_window->size() : m_sizes[ExtendedMode];
+    m_sizeWhenNormal = QSize();
     m_form.propertiesFrame->setMinimumWidth(propertiesPanelWidth);
     m_form.propertiesFrame->show();
     m_form.propertiesButton->setEnabled(false);

@@ -65,9 +65,9 @@ private:
     /// The size when the window was maximised. It is the maximised size if no other size is reported
     /// afterwards, and the normal one otherwise.
     QSize m_doubtfulSize;
-    /// The size before the properties panel was opened.
+    /// The normal size before the properties panel was opened.
     QSize m_sizeWithoutProperties;
-    /// The size to take when the window is no longer maximised, minimised or full-screen, because the
-    /// properties panel was closed meanwhile.
+    /// The size to take when the window is no longer maximised, minimised or full-screen, where the
+    /// properties panel, which makes the window wider, was closed meanwhile.
     QSize m_sizeWhenNormal;
 };
