@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/log.h"
 #include "app/resources.h"
-#include "device/devicekt240m.h"
 #include "device/devicelumen4s.h"
 #include "mainwindow/currentobjects.h"
 #include "mainwindow/mainwindow.h"

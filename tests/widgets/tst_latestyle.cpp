@@ -4,8 +4,6 @@
 #include <QtTest>
 #include <QtWidgets>
 
-#include <memory>
-
 namespace {
 
 const QString sheet = QStringLiteral("QSpinBox { font-size: 31px; padding: 7px; }");
